@@ -1,0 +1,49 @@
+#pragma once
+// Every message box and file dialog of the designer goes through here.
+// The designer shows real boxes; tests install a responder that records
+// what was asked and answers without a window.
+
+#include <QMessageBox>
+#include <QString>
+#include <QStringList>
+#include <functional>
+
+class QWidget;
+
+namespace vantile {
+
+struct PromptRecord {
+    QString kind;   // "message", "question", "open", "save"
+    QString title;
+    QString text;   // the message (plain, without the colour markup) or the filter
+};
+
+namespace Prompts {
+
+// The one message box helper: title, message in blue, 18 px font, one button.
+void message(QWidget *parent, const QString &title, const QString &text);
+
+// A question with the given buttons; returns the button pressed.
+// buttonTexts, when given, relabel the buttons in order.
+QMessageBox::StandardButton question(QWidget *parent, const QString &title, const QString &text,
+                                     QList<QMessageBox::StandardButton> buttons,
+                                     const QStringList &buttonTexts = {},
+                                     QMessageBox::Icon icon = QMessageBox::Question);
+
+QString openFile(QWidget *parent, const QString &title, const QString &dir, const QString &filter);
+QString saveFile(QWidget *parent, const QString &title, const QString &dir, const QString &filter);
+
+// --- for tests ---------------------------------------------------------
+struct Responder {
+    // Answer to a question; return NoButton to take the first button.
+    std::function<QMessageBox::StandardButton(const PromptRecord &)> answer;
+    // Path to return from a file dialog; empty means cancelled.
+    std::function<QString(const PromptRecord &)> file;
+};
+void installResponder(const Responder &r); // every prompt is then recorded, never shown
+void removeResponder();
+QList<PromptRecord> &recorded();
+
+} // namespace Prompts
+
+} // namespace vantile

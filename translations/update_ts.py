@@ -34,8 +34,10 @@ def load_pairs():
     return pairs
 
 
-def fill(ts_path, translate):
+def fill(ts_path, lang, translate):
     tree = ET.parse(ts_path)
+    tree.getroot().set("language", lang)
+    tree.getroot().set("sourcelanguage", "en_US")
     missing = []
     for msg in tree.iter("message"):
         src = msg.find("source").text or ""
@@ -56,13 +58,14 @@ def fill(ts_path, translate):
 
 def main():
     sources = os.path.join(ROOT, "src")
-    for name in ("Translate_CN.ts", "Translate_EN.ts"):
+    for name, lang in (("Translate_CN.ts", "zh_CN"), ("Translate_EN.ts", "en_US")):
         ts = os.path.join(HERE, name)
-        subprocess.run([LUPDATE, "-no-obsolete", "-locations", "none", sources, "-ts", ts],
+        subprocess.run([LUPDATE, "-no-obsolete", "-locations", "none", "-source-language", "en_US",
+                        "-target-language", lang, sources, "-ts", ts],
                        check=True, stdout=subprocess.DEVNULL)
     pairs = load_pairs()
-    missing = fill(os.path.join(HERE, "Translate_CN.ts"), pairs.get)
-    fill(os.path.join(HERE, "Translate_EN.ts"), lambda s: s)
+    missing = fill(os.path.join(HERE, "Translate_CN.ts"), "zh_CN", pairs.get)
+    fill(os.path.join(HERE, "Translate_EN.ts"), "en_US", lambda s: s)
     for m in missing:
         print("no Chinese for:", repr(m))
     return 1 if missing else 0

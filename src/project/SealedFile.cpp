@@ -1,0 +1,191 @@
+#include "project/SealedFile.h"
+#include "project/TextFiles.h"
+
+#include <QFile>
+#include <QtEndian>
+
+namespace vantile {
+namespace SealedFile {
+
+namespace {
+
+const quint32 *crcTable()
+{
+    static quint32 table[256];
+    static bool made = false;
+    if (!made) {
+        for (quint32 i = 0; i < 256; ++i) {
+            quint32 c = i;
+            for (int k = 0; k < 8; ++k)
+                c = (c & 1) ? (c >> 1) ^ 0xEDB88320u : c >> 1;
+            table[i] = c;
+        }
+        made = true;
+    }
+    return table;
+}
+
+void putLe32(QByteArray &b, int at, quint32 v)
+{
+    qToLittleEndian<quint32>(v, reinterpret_cast<uchar *>(b.data() + at));
+}
+
+quint32 getLe32(const QByteArray &b, int at)
+{
+    return qFromLittleEndian<quint32>(reinterpret_cast<const uchar *>(b.constData() + at));
+}
+
+} // namespace
+
+quint32 crc32(const QByteArray &bytes, quint32 crc)
+{
+    const quint32 *t = crcTable();
+    for (char c : bytes)
+        crc = t[(crc ^ quint8(c)) & 0xFF] ^ (crc >> 8);
+    return crc;
+}
+
+QByteArray rotate(const QByteArray &text)
+{
+    const int n = text.size();
+    QByteArray out(n, '\0');
+    for (int i = 0; i < n; ++i) {
+        const quint8 cur = quint8(text[i]);
+        const quint8 next = quint8(text[(i + 1) % n]);
+        out[i] = char(quint8(cur << 4) | (next >> 4));
+    }
+    return out;
+}
+
+QByteArray unrotate(const QByteArray &payload)
+{
+    const int n = payload.size();
+    QByteArray out(n, '\0');
+    for (int i = 0; i < n; ++i) {
+        const quint8 prev = quint8(payload[(i + n - 1) % n]);
+        const quint8 cur = quint8(payload[i]);
+        out[i] = char(quint8(prev << 4) | (cur >> 4));
+    }
+    return out;
+}
+
+QByteArray seal(const QStringList &lines, quint32 supplierKey, quint32 *crcOut)
+{
+    QByteArray text;
+    for (const QString &l : lines) {
+        text += l.toUtf8();
+        text += '\n';
+    }
+    const QByteArray payload = rotate(text);
+    QByteArray file(16, '\0');
+    file[0] = 'U';
+    file[1] = 'I';
+    putLe32(file, 2, kBuiltInKey);
+    putLe32(file, 6, kFiller);
+    putLe32(file, 10, supplierKey);
+    file[14] = 0x0D;
+    file[15] = 0x0A;
+    file += payload;
+    const quint32 crc = crc32(file);
+    putLe32(file, 6, quint32(payload.size()));
+    putLe32(file, 10, crc);
+    if (crcOut)
+        *crcOut = crc;
+    return file;
+}
+
+Class classifyBytes(const QByteArray &bytesIn, quint32 supplierKey)
+{
+    if (bytesIn.size() <= 16)
+        return Plain;
+    QByteArray bytes = bytesIn;
+    const quint32 stored = getLe32(bytes, 10);
+    putLe32(bytes, 6, kFiller);
+    putLe32(bytes, 10, supplierKey);
+    if (crc32(bytes) == stored)
+        return Sealed;
+    return getLe32(bytes, 2) == kBuiltInKey ? Illegal : Plain;
+}
+
+Class classify(const QString &path, quint32 supplierKey)
+{
+    if (path.isEmpty())
+        return Plain;
+    QFile f(path);
+    if (!f.open(QIODevice::ReadOnly))
+        return Plain;
+    return classifyBytes(f.readAll(), supplierKey);
+}
+
+QStringList readSealed(const QByteArray &bytes, const LogSink &log)
+{
+    if (bytes.size() <= 18)
+        return {};
+    quint32 len = getLe32(bytes, 6);
+    const quint32 avail = quint32(bytes.size() - 16);
+    if (len > avail)
+        len = avail;
+    const QByteArray text = unrotate(bytes.mid(16, int(len)));
+    logTo(log, QStringLiteral("ll = ") + QString::number(len));
+    QStringList lines;
+    QByteArray line;
+    for (int i = 0; i < text.size(); ++i) {
+        const signed char c = static_cast<signed char>(text[i]);
+        if (c == '\n') {
+            logTo(log, QStringLiteral("rdPos = ") + QString::number(i));
+            lines << QString::fromLatin1(line);
+            line.clear();
+        } else if (c >= 0x20) {
+            line += char(c);
+        }
+    }
+    if (!line.isEmpty())
+        lines << QString::fromLatin1(line);
+    logTo(log, QString::fromLatin1(text));
+    logTo(log, QStringLiteral("Split"));
+    return lines;
+}
+
+bool writeLines(const QString &path, const QStringList &lines, quint32 supplierKey, const LogSink &log)
+{
+    QByteArray bytes;
+    if (supplierKey == kBuiltInKey) {
+        bytes = TextFiles::encodePlain(lines);
+    } else {
+        quint32 crc = 0;
+        bytes = seal(lines, supplierKey, &crc);
+        logTo(log, QStringLiteral("Save crc: 0x%1").arg(crc, 8, 16, QLatin1Char('0')));
+    }
+    return TextFiles::writeAtomically(path, bytes);
+}
+
+QStringList readLines(const QString &path, quint32 supplierKey, Class *cls, bool *ok, const LogSink &log)
+{
+    QFile f(path);
+    if (!f.open(QIODevice::ReadOnly)) {
+        if (cls)
+            *cls = Plain;
+        if (ok)
+            *ok = false;
+        return {};
+    }
+    if (ok)
+        *ok = true;
+    const QByteArray bytes = f.readAll();
+    const Class c = classifyBytes(bytes, supplierKey);
+    if (cls)
+        *cls = c;
+    if (c == Illegal)
+        return {};
+    if (c == Sealed)
+        return readSealed(bytes, log);
+    QString text = TextFiles::decode(bytes);
+    text.remove(QLatin1Char('\r'));
+    QStringList lines = text.split(QLatin1Char('\n'));
+    if (!lines.isEmpty() && lines.last().isEmpty())
+        lines.removeLast();
+    return lines;
+}
+
+} // namespace SealedFile
+} // namespace vantile

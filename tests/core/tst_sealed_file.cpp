@@ -1,0 +1,184 @@
+// The sealed storage form: header, four-bit rotation, keyed CRC, the
+// classification of files, and what survives a round trip.
+
+#include "project/SealedFile.h"
+#include "project/TextFiles.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QtTest>
+
+using namespace vantile;
+
+namespace {
+
+// Bit by bit, without a table: reflected 0xEDB88320, start 0, no complement.
+quint32 slowCrc(const QByteArray &data)
+{
+    quint32 crc = 0;
+    for (char ch : data) {
+        crc ^= quint8(ch);
+        for (int k = 0; k < 8; ++k)
+            crc = (crc >> 1) ^ ((crc & 1u) ? 0xEDB88320u : 0u);
+    }
+    return crc;
+}
+
+quint32 le32(const QByteArray &b, int at)
+{
+    return quint32(quint8(b[at])) | quint32(quint8(b[at + 1])) << 8 | quint32(quint8(b[at + 2])) << 16
+           | quint32(quint8(b[at + 3])) << 24;
+}
+
+QByteArray readAll(const QString &path)
+{
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+const quint32 kOtherKey = 0x12345678u;
+
+} // namespace
+
+class TestSealedFile : public QObject
+{
+    Q_OBJECT
+private slots:
+    void crcMatchesIndependentComputation()
+    {
+        // Reflected CRC-32 with start 0 and no complement of "123456789":
+        // the usual check value 0xCBF43926 is for start and complement
+        // 0xFFFFFFFF, so this one differs; compare with the bitwise form.
+        const QByteArray data("123456789");
+        QCOMPARE(SealedFile::crc32(data), slowCrc(data));
+        QCOMPARE(SealedFile::crc32(QByteArray()), 0u);
+        // one byte 0x01: the table entry for 1 is 0x77073096
+        QCOMPARE(SealedFile::crc32(QByteArray(1, '\x01')), 0x77073096u);
+        QByteArray noise;
+        for (int i = 0; i < 1000; ++i)
+            noise.append(char((i * 37 + 11) & 0xFF));
+        QCOMPARE(SealedFile::crc32(noise), slowCrc(noise));
+    }
+
+    void rotationByHand()
+    {
+        // "AB" = 0x41 0x42 -> 0x14 (low of A, high of B), 0x24 (low of B, high of A)
+        QCOMPARE(SealedFile::rotate("AB"), QByteArray("\x14\x24"));
+        QCOMPARE(SealedFile::unrotate("\x14\x24"), QByteArray("AB"));
+        QCOMPARE(SealedFile::rotate(QByteArray()), QByteArray());
+        QCOMPARE(SealedFile::rotate("\xF0"), QByteArray("\x0F"));
+    }
+
+    void headerLayout()
+    {
+        quint32 crc = 0;
+        const QByteArray file = SealedFile::seal({QStringLiteral("Page:a;")}, kOtherKey, &crc);
+        QCOMPARE(file.size(), 16 + 8); // "Page:a;" and a line feed
+        QCOMPARE(file.left(2), QByteArray("UI"));
+        QCOMPARE(le32(file, 2), 0x5E21B7C4u);
+        QCOMPARE(le32(file, 6), 8u);
+        QCOMPARE(le32(file, 10), crc);
+        QCOMPARE(file.mid(14, 2), QByteArray("\r\n"));
+        QCOMPARE(SealedFile::unrotate(file.mid(16)), QByteArray("Page:a;\n"));
+        // the CRC covers the file with the filler and the key in place
+        QByteArray check = file;
+        const char filler[4] = {'\x52', '\x1D', '\x3F', '\x6B'};
+        const char key[4] = {'\x78', '\x56', '\x34', '\x12'};
+        check.replace(6, 4, filler, 4);
+        check.replace(10, 4, key, 4);
+        QCOMPARE(slowCrc(check), crc);
+    }
+
+    void asciiRoundTripByteForByte()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.path() + QStringLiteral("/Page0000.cfg");
+        const QStringList lines = {QStringLiteral("Page:,0x0000,,0x0000,,0x0000,,0x0000,;RGBColor(0,0,0);p;Disable;0;0;Disable;"),
+                                   QStringLiteral("button_0:100,50,120,40,0x0020,0001_a.png,0002_b.png,2,button_0,Disable,Disable,0x0000,0xFFFF,1;")};
+        QStringList logged;
+        QVERIFY(SealedFile::writeLines(path, lines, kOtherKey, [&](const QString &l) { logged << l; }));
+        QVERIFY(logged.first().startsWith(QStringLiteral("Save crc: 0x")));
+        QCOMPARE(logged.first().size(), 12 + 8);
+        const QByteArray first = readAll(path);
+        QCOMPARE(SealedFile::classify(path, kOtherKey), SealedFile::Sealed);
+        SealedFile::Class cls;
+        const QStringList back = SealedFile::readLines(path, kOtherKey, &cls);
+        QCOMPARE(cls, SealedFile::Sealed);
+        QCOMPARE(back, lines);
+        QVERIFY(SealedFile::writeLines(path, back, kOtherKey));
+        QCOMPARE(readAll(path), first);
+    }
+
+    void builtInKeyWritesPlain()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.path() + QStringLiteral("/p.cfg");
+        QVERIFY(SealedFile::writeLines(path, {QStringLiteral("a"), QStringLiteral("b")}, SealedFile::kBuiltInKey));
+        QCOMPARE(readAll(path), QByteArray("\xEF\xBB\xBF" "a\nb\n"));
+        QVERIFY(SealedFile::writeLines(path, {}, SealedFile::kBuiltInKey));
+        QCOMPARE(readAll(path), QByteArray("\xEF\xBB\xBF"));
+        QCOMPARE(SealedFile::classify(path, SealedFile::kBuiltInKey), SealedFile::Plain);
+    }
+
+    void nonAsciiLostWhenSealedKeptWhenPlain()
+    {
+        QTemporaryDir dir;
+        const QStringList lines = {QStringLiteral("label_0:名称x;")};
+        const QString sealed = dir.path() + QStringLiteral("/s.cfg");
+        const QString plain = dir.path() + QStringLiteral("/p.cfg");
+        QVERIFY(SealedFile::writeLines(sealed, lines, kOtherKey));
+        QVERIFY(SealedFile::writeLines(plain, lines, SealedFile::kBuiltInKey));
+        QCOMPARE(SealedFile::readLines(sealed, kOtherKey), QStringList{QStringLiteral("label_0:x;")});
+        QCOMPARE(SealedFile::readLines(plain, SealedFile::kBuiltInKey), lines);
+    }
+
+    void classification()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.path() + QStringLiteral("/c.cfg");
+        QByteArray file = SealedFile::seal({QStringLiteral("Page:x;"), QStringLiteral("icon_1:1,2;")}, kOtherKey);
+
+        auto write = [&](const QByteArray &b) {
+            QFile f(path);
+            QVERIFY(f.open(QIODevice::WriteOnly));
+            f.write(b);
+        };
+        write(file);
+        QCOMPARE(SealedFile::classify(path, kOtherKey), SealedFile::Sealed);
+        // another key: header is ours, CRC fails
+        QCOMPARE(SealedFile::classify(path, 0x11111111u), SealedFile::Illegal);
+
+        QByteArray flipped = file;
+        flipped[20] = char(flipped[20] ^ 0x01);
+        write(flipped);
+        QCOMPARE(SealedFile::classify(path, kOtherKey), SealedFile::Illegal);
+        SealedFile::Class cls;
+        QVERIFY(SealedFile::readLines(path, kOtherKey, &cls).isEmpty());
+        QCOMPARE(cls, SealedFile::Illegal);
+
+        // bytes 2 to 5 changed too: no longer our header, read as plain text
+        flipped[2] = 'Z';
+        write(flipped);
+        QCOMPARE(SealedFile::classify(path, kOtherKey), SealedFile::Plain);
+
+        write(QByteArray(16, 'a'));
+        QCOMPARE(SealedFile::classify(path, kOtherKey), SealedFile::Plain);
+        QCOMPARE(SealedFile::classify(dir.path() + QStringLiteral("/missing"), kOtherKey), SealedFile::Plain);
+        QCOMPARE(SealedFile::classify(QString(), kOtherKey), SealedFile::Plain);
+    }
+
+    void truncatedSealedFileReadsWhatIsThere()
+    {
+        // a length field larger than the file is limited to the bytes present
+        QByteArray file = SealedFile::seal({QStringLiteral("abcdef")}, kOtherKey);
+        file[6] = char(0xFF);
+        file[7] = char(0xFF);
+        const QStringList lines = SealedFile::readSealed(file);
+        QCOMPARE(lines.size(), 1);
+        QCOMPARE(lines.first(), QStringLiteral("abcdef"));
+        QVERIFY(SealedFile::readSealed(file.left(18)).isEmpty());
+    }
+};
+
+QTEST_GUILESS_MAIN(TestSealedFile)
+#include "tst_sealed_file.moc"

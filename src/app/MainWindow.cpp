@@ -1,7 +1,379 @@
 #include "app/MainWindow.h"
 
+#include "app/Prompts.h"
+#include "editors/DialogProjectSetting.h"
+#include "project/AppPaths.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QFile>
+#include <QFrame>
+#include <QHeaderView>
+#include <QLabel>
+#include <QScrollArea>
+#include <QSplitter>
+#include <QStandardItemModel>
+#include <QStatusBar>
+#include <QTableView>
+#include <QTextEdit>
+#include <QTimer>
+#include <QToolBar>
+#include <QTranslator>
+
 namespace vantile {
-MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent) {}
-MainWindow::~MainWindow() = default;
-void MainWindow::openProjectFile(const QString &) {}
+
+const char *const MainWindow::kTitle = "Vantile V3.20A";
+
+namespace {
+const char *const kBuildStamp = __DATE__ " " __TIME__; // shown by the About box
+
+QStandardItemModel *makeModel(QObject *parent)
+{
+    auto *m = new QStandardItemModel(0, 2, parent);
+    return m;
+}
+} // namespace
+
+MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent)
+{
+    Q_UNUSED(kBuildStamp);
+    // 1. the form, maximized, titled
+    setupForm();
+    setWindowState(Qt::WindowMaximized);
+    setWindowTitle(QLatin1String(kTitle));
+
+    // 2. zoom, key, column widths, splitter stretches
+    m_zoomFactor = 1.0f;
+    m_supplierKey = 0x5E21B7C4u;
+    m_pageListColumnWidth[1] = qMax(40, widget_page->width() - 65);
+    m_paraColumnWidth[1] = qMax(40, widget_para->width() - 150);
+    m_wdgColumnWidth[1] = qMax(40, widget_para->width() - 140);
+    splitter->setStretchFactor(0, 3);
+    splitter->setStretchFactor(1, 7);
+
+    // 3. the three item models, the event filter, the canvas focus
+    m_pageModel = makeModel(this);
+    m_wdgModel = makeModel(this);
+    m_paraModel = makeModel(this);
+    tableView_Page->setModel(m_pageModel);
+    tableView_Wdg->setModel(m_wdgModel);
+    tableView_Para->setModel(m_paraModel);
+    tableView_Page->setColumnWidth(0, m_pageListColumnWidth[0]);
+    tableView_Wdg->setColumnWidth(0, m_wdgColumnWidth[0]);
+    tableView_Para->setColumnWidth(0, m_paraColumnWidth[0]);
+    setTableHeaders();
+    label_Show->installEventFilter(this);
+    tableView_Page->installEventFilter(this);
+    scrollArea->installEventFilter(this);
+    label_Show->setFocusPolicy(Qt::StrongFocus);
+
+    // 4. the style strings of the canvas
+    m_selectStyle = QStringLiteral("background-color: rgba(255, 255, 160, 96);");
+    m_referenceStyle = QStringLiteral("background-color: rgba(255, 180, 0, 128);");
+    m_frameStyle = QStringLiteral("border-width: 2px;border-style: solid;border-color: rgba(0, 180, 0,255);"
+                                  "background-color: rgba(255, 180, 0, 128);");
+
+    // 5. the page background placeholder
+    m_pageImage = QImage(20, 20, QImage::Format_ARGB32_Premultiplied);
+    m_pageImage.fill(Qt::black);
+
+    // 6. timers
+    m_autoSaveTimer = new QTimer(this);
+    m_autoSaveTimer->setInterval(5000);
+    connect(m_autoSaveTimer, &QTimer::timeout, this, &MainWindow::Auto_save);
+    m_autoSaveTimer->start();
+    m_timer2 = new QTimer(this);
+    m_timer2->setInterval(1000);
+    connect(m_timer2, &QTimer::timeout, this, &MainWindow::Timer2_Out_Event);
+
+    // 7. the two overlay labels on the canvas
+    select_frame = new QLabel(label_Show);
+    select_frame->setObjectName(QStringLiteral("select_frame"));
+    select_frame->setFrameShape(QFrame::NoFrame);
+    select_frame->setAutoFillBackground(true);
+    select_frame->setText(QStringLiteral("select"));
+    select_frame->setStyleSheet(m_selectStyle);
+    select_frame->hide();
+    Paste_area = new QLabel(label_Show);
+    Paste_area->setObjectName(QStringLiteral("Paste_area"));
+    Paste_area->setFrameShape(QFrame::NoFrame);
+    Paste_area->setAutoFillBackground(true);
+    Paste_area->setStyleSheet(QStringLiteral("background-color: rgba(255, 255, 160, 0);border: 2px dashed gray"));
+    Paste_area->hide();
+
+    // 8. the status bar
+    const QString blue = QStringLiteral(" QLabel{ color: blue }");
+    m_statusReady = new QLabel(QStringLiteral("  Ready :"), this);
+    m_statusReady->setObjectName(QStringLiteral("statusLabel_Ready"));
+    m_statusReady->setStyleSheet(blue);
+    m_statusResolution = new QLabel(QStringLiteral("Resolution:800*480      "), this);
+    m_statusResolution->setObjectName(QStringLiteral("statusLabel_Resolution"));
+    m_statusResolution->setStyleSheet(blue);
+    m_statusZoom = new QLabel(QStringLiteral("UI Page 100%  "), this);
+    m_statusZoom->setObjectName(QStringLiteral("statusLabel_Zoom"));
+    m_statusZoom->setStyleSheet(blue);
+    statusBar()->addWidget(m_statusReady);
+    statusBar()->addPermanentWidget(m_statusResolution);
+    statusBar()->addPermanentWidget(m_statusZoom);
+    statusBar()->setSizeGripEnabled(false);
+
+    // 9. dialogs and their connections
+    m_dialogProjectSetting = new DialogProjectSetting(this);
+    m_dialogProjectSetting->setSettings(&m_settings);
+    m_dialogProjectSetting->loadFromSettings();
+    connect(m_dialogProjectSetting, &DialogProjectSetting::Resolution_refres, this,
+            &MainWindow::statusBar_Switch_Language);
+    connect(m_dialogProjectSetting, &DialogProjectSetting::new_prj_setting_close, this,
+            &MainWindow::New_Projectsetting);
+    connect(m_dialogProjectSetting, &DialogProjectSetting::ICType_change, this, &MainWindow::ICType_Change);
+
+    retranslateForm();
+    QMetaObject::connectSlotsByName(this);
+    connectActions();
+
+    // 10. the user's settings; 11. the canvas in its scroll area, ticks
+    scrollArea->setWidget(label_Show);
+    applyEditorConfig();
+    ICType_Change(m_settings.panelType);
+}
+
+MainWindow::~MainWindow()
+{
+    writeEditorConfig();
+    const QString binPath = AppPaths::currentBinPathFile();
+    if (QFile::exists(binPath))
+        QFile::remove(binPath);
+    if (m_translator) {
+        QCoreApplication::removeTranslator(m_translator);
+        delete m_translator;
+    }
+}
+
+void MainWindow::connectActions()
+{
+    // Actions whose slot names do not follow the form's own objects.
+    if (QAction *exit = action(QStringLiteral("actionExit")))
+        Q_UNUSED(exit);
+}
+
+// --- user settings ---------------------------------------------------------
+
+void MainWindow::applyEditorConfig()
+{
+    const EditorConfig c = EditorConfig::load(AppPaths::editorConfigPath());
+    m_lastLoadPath = c.lastLoadPath;
+    m_headerFileIndex = c.headerFileIndex;
+    if (c.languageIndex != 0)
+        on_actionChinese_triggered();
+    else
+        on_actionEnglish_triggered();
+    if (c.toolBarTextIndex != 0)
+        on_actionClose_triggered();
+    else
+        on_actionOpen_triggered();
+    if (c.autoSaveIndex == 1)
+        on_actionAutoSaveOpen_triggered();
+    else
+        on_actionAutoSaveClose_triggered();
+}
+
+void MainWindow::writeEditorConfig()
+{
+    EditorConfig c;
+    c.lastLoadPath = m_lastLoadPath;
+    c.languageIndex = m_languageIndex;
+    c.toolBarTextIndex = m_toolBarTextIndex;
+    c.autoSaveIndex = m_autoSaveIndex;
+    c.headerFileIndex = m_headerFileIndex;
+    c.save(AppPaths::editorConfigPath());
+}
+
+// --- language --------------------------------------------------------------
+
+void MainWindow::setTableHeaders()
+{
+    m_pageModel->setHorizontalHeaderLabels({tr("Page"), tr("Name")});
+    m_wdgModel->setHorizontalHeaderLabels({tr("Widget"), tr("Name")});
+    m_paraModel->setHorizontalHeaderLabels({tr("Parameter"), tr("Data")});
+}
+
+bool MainWindow::switchLanguage(int index)
+{
+    const QString file = index == 1 ? QStringLiteral("Translate_CN.qm") : QStringLiteral("Translate_EN.qm");
+    if (m_translator) {
+        QCoreApplication::removeTranslator(m_translator);
+        delete m_translator;
+    }
+    m_translator = new QTranslator;
+    if (!m_translator->load(AppPaths::appDir() + QLatin1Char('/') + file)) {
+        textEdit->append(file + QStringLiteral(" is lost！"));
+        return false;
+    }
+    textEdit->append(index == 1 ? QStringLiteral("中文") : QStringLiteral("English"));
+    QCoreApplication::installTranslator(m_translator);
+    m_languageIndex = index;
+    retranslateForm();
+    setTableHeaders();
+    statusBar_Switch_Language();
+    m_dialogProjectSetting->retranslate();
+    fillWidgetTable();
+    return true;
+}
+
+void MainWindow::checkLanguageEntry()
+{
+    m_actions.value(m_languageIndex == 1 ? QStringLiteral("actionChinese") : QStringLiteral("actionEnglish"))
+        ->setChecked(true);
+}
+
+void MainWindow::on_actionChinese_triggered()
+{
+    switchLanguage(1);
+    checkLanguageEntry();
+}
+
+void MainWindow::on_actionEnglish_triggered()
+{
+    switchLanguage(0);
+    checkLanguageEntry();
+}
+
+void MainWindow::statusBar_Switch_Language()
+{
+    const bool cn = m_languageIndex == 1;
+    m_statusReady->setText(cn ? QStringLiteral("就绪 :") : QStringLiteral("  Ready :"));
+    m_statusResolution->setText((cn ? QStringLiteral("分辨率: ") : QStringLiteral("Resolution: "))
+                                + QString::number(m_settings.xSizeValue()) + QLatin1Char('*')
+                                + QString::number(m_settings.ySizeValue()) + QStringLiteral("      "));
+    m_statusZoom->setText((cn ? QStringLiteral("设计界面: ") : QStringLiteral("UI Page: "))
+                          + QString::number(int(100 * m_zoomFactor)) + QStringLiteral("%  "));
+}
+
+// --- tool bar text and auto-save modes ---------------------------------------
+
+void MainWindow::on_actionOpen_triggered()
+{
+    toolBar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    for (QAction *a : m_editActions)
+        a->setVisible(false);
+    frame_tools->show();
+    m_toolsHolder->show();
+    m_toolBarTextIndex = 0;
+    m_actions.value(QStringLiteral("actionOpen"))->setChecked(true);
+}
+
+void MainWindow::on_actionClose_triggered()
+{
+    toolBar->setToolButtonStyle(Qt::ToolButtonIconOnly);
+    for (QAction *a : m_editActions)
+        a->setVisible(true);
+    frame_tools->hide();
+    m_toolsHolder->hide();
+    m_toolBarTextIndex = 1;
+    m_actions.value(QStringLiteral("actionClose"))->setChecked(true);
+}
+
+void MainWindow::on_actionAutoSaveOpen_triggered()
+{
+    m_autoSaveIndex = 1;
+    m_actions.value(QStringLiteral("actionAutoSaveOpen"))->setChecked(true);
+}
+
+void MainWindow::on_actionAutoSaveClose_triggered()
+{
+    m_autoSaveIndex = 0;
+    m_actions.value(QStringLiteral("actionAutoSaveClose"))->setChecked(true);
+}
+
+void MainWindow::ICType_Change(int index)
+{
+    m_icType = index;
+    m_actions.value(QStringLiteral("actionAddVideo"))->setVisible(index == 10);
+}
+
+// --- the dimming mask --------------------------------------------------------
+
+void MainWindow::Background_mask()
+{
+    if (m_mask)
+        m_mask->close();
+    auto *mask = new QWidget(this);
+    mask->setObjectName(QStringLiteral("Background_mask"));
+    mask->setAttribute(Qt::WA_DeleteOnClose);
+    mask->setAttribute(Qt::WA_StyledBackground);
+    mask->setStyleSheet(QStringLiteral("background-color:rgba(0, 0, 0,60%);"));
+    mask->setGeometry(rect());
+    mask->show();
+    mask->raise();
+    m_mask = mask;
+}
+
+void MainWindow::Background_mask_Close()
+{
+    if (m_mask)
+        m_mask->close();
+}
+
+// --- timers ----------------------------------------------------------------
+
+void MainWindow::Auto_save()
+{
+    if (m_currentPageRow < 0 || m_autoSaveIndex != 1)
+        return;
+    // Taking the step itself belongs to the page history.
+}
+
+void MainWindow::Timer2_Out_Event()
+{
+    m_timer2->stop();
+    // Runs the build, counting up; nothing starts this timer.
+    ++m_timer2Count;
+    if (m_timer2Count < 200)
+        m_timer2->start(1000);
+}
+
+// --- events ----------------------------------------------------------------
+
+bool MainWindow::eventFilter(QObject *watched, QEvent *event)
+{
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void MainWindow::keyPressEvent(QKeyEvent *event)
+{
+    QMainWindow::keyPressEvent(event);
+}
+
+void MainWindow::on_actionExit_triggered()
+{
+    close();
+}
+
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    if (projectOpen()) {
+        const auto answer = Prompts::question(this, QStringLiteral("Message"), QStringLiteral("Save the current uiprj?"),
+                                              {QMessageBox::Save, QMessageBox::Discard, QMessageBox::Cancel},
+                                              {QStringLiteral("Save && Quit"), QStringLiteral("Quit"),
+                                               QStringLiteral("Cancel")});
+        if (answer == QMessageBox::Save) {
+            on_actionSave_All_triggered();
+        } else if (answer != QMessageBox::Discard) {
+            event->ignore();
+            return;
+        }
+        const QString backup = m_projectDir + QStringLiteral("backup.txt");
+        if (QFile::exists(backup))
+            QFile::remove(backup);
+        event->accept();
+        return;
+    }
+    const auto answer = Prompts::question(this, QStringLiteral("Message"), QStringLiteral("Do you want to quit?    "),
+                                          {QMessageBox::Yes, QMessageBox::No});
+    if (answer == QMessageBox::Yes)
+        event->accept();
+    else
+        event->ignore();
+}
+
 } // namespace vantile

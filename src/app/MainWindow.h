@@ -1,16 +1,206 @@
 #pragma once
+// The one main window: owns the session, the form, the dialogs, the timers
+// and the open project's three stores (page lines, page list, settings).
 
+#include "project/EditorConfig.h"
+#include "project/PageList.h"
+#include "project/ProjectSettings.h"
+
+#include <QAction>
+#include <QHash>
+#include <QImage>
 #include <QMainWindow>
+#include <QPointer>
+#include <QStringList>
+
+class QActionGroup;
+class QFrame;
+class QLabel;
+class QMenu;
+class QScrollArea;
+class QSplitter;
+class QStandardItemModel;
+class QTableView;
+class QTextEdit;
+class QTimer;
+class QToolBar;
+class QToolButton;
+class QTranslator;
 
 namespace vantile {
+
+class DialogProjectSetting;
 
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
 public:
+    static const char *const kTitle; // "Vantile V3.20A"
+
     explicit MainWindow(QWidget *parent = nullptr);
     ~MainWindow() override;
-    void openProjectFile(const QString &path);
+
+    // Opens a .uiprj as Open does after its file dialog (from step 4 on).
+    // Returns true when the project was opened.
+    bool openProjectFile(const QString &path);
+
+    // --- read access for tests and later parts ---------------------------
+    int currentPageRow() const { return m_currentPageRow; }
+    int languageIndex() const { return m_languageIndex; }
+    int toolBarTextIndex() const { return m_toolBarTextIndex; }
+    int autoSaveIndex() const { return m_autoSaveIndex; }
+    float zoomFactor() const { return m_zoomFactor; }
+    quint32 supplierKey() const { return m_supplierKey; }
+    QString projectDir() const { return m_projectDir; }
+    QString uiprjPath() const { return m_uiprjPath; }
+    const QStringList &pageInfoList() const { return m_pageInfoList; }
+    const QStringList &currentPageLines() const { return m_currentPageLines; }
+    ProjectSettings &settings() { return m_settings; }
+    DialogProjectSetting *projectSettingDialog() const { return m_dialogProjectSetting; }
+    QAction *action(const QString &objectName) const { return m_actions.value(objectName); }
+    QSize canvasSize() const { return m_canvasSize; }
+    int icType() const { return m_icType; }
+    QTextEdit *logView() const { return textEdit; }
+
+public slots:
+    // File menu
+    void on_actionInput_uiprj_triggered();
+    void on_actionNew_project_triggered();
+    void on_actionProject_Setting_triggered();
+    void on_actionSave_All_triggered();
+    void on_actionExit_triggered();
+    // Help menu: language, tool bar text, auto-save
+    void on_actionChinese_triggered();
+    void on_actionEnglish_triggered();
+    void on_actionOpen_triggered();
+    void on_actionClose_triggered();
+    void on_actionAutoSaveOpen_triggered();
+    void on_actionAutoSaveClose_triggered();
+    // Pages
+    void on_tableView_Page_clicked(const QModelIndex &index);
+
+    // From the dialogs
+    void statusBar_Switch_Language();
+    void New_Projectsetting();
+    void ICType_Change(int index);
+    void Background_mask();
+    void Background_mask_Close();
+
+    // Timers
+    void Auto_save();
+    void Timer2_Out_Event();
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    // form (MainWindowForm.cpp)
+    void setupForm();
+    void retranslateForm();
+    QAction *makeAction(const char *objectName);
+    void connectActions();
+
+    // language and settings
+    bool switchLanguage(int index);
+    void checkLanguageEntry();
+    void applyEditorConfig();
+    void writeEditorConfig();
+    void setTableHeaders();
+
+    // project (MainWindowProject.cpp)
+    void log(const QString &line);
+    bool projectOpen() const { return m_currentPageRow >= 0; }
+    bool askSaveBeforeLeaving(); // false: the user cancelled
+    void resetEditingState();
+    void fillPageTable();
+    void fillSPageCombo();
+    void fillWidgetTable();
+    QImage buildBackground(const PageInfo &page);
+    void showBackground();
+    void showPage(int row);
+    QString pageFilePath(int row) const;
+    bool writePageList();
+    bool writeSettings();
+    QString iniPathFor(const QString &uiprjPath) const;
+    void readCanvasSize();
+
+    // --- session state -------------------------------------------------
+    QString m_projectDir;
+    QString m_uiprjPath;
+    int m_currentPageRow = -1;
+    float m_zoomFactor = 1.0f;
+    int m_languageIndex = 1;
+    int m_toolBarTextIndex = 0;
+    int m_autoSaveIndex = 0;
+    int m_headerFileIndex = 0;
+    int m_languageCount = 1;
+    int m_pageDirty = 0;
+    quint32 m_supplierKey = 0x5E21B7C4u;
+    int m_icType = 3;
+    QString m_lastLoadPath;
+    int m_pageListColumnWidth[2] = {45, 0};
+    int m_paraColumnWidth[2] = {130, 0};
+    int m_wdgColumnWidth[2] = {120, 0};
+    bool m_newProjectPending = false;
+    QString m_newProjectPath;
+    QSize m_canvasSize;
+    QImage m_pageImage; // background at panel size
+    PageInfo m_currentPage;
+
+    QStringList m_pageInfoList;
+    QStringList m_currentPageLines;
+    ProjectSettings m_settings;
+
+    QString m_selectStyle;
+    QString m_referenceStyle;
+    QString m_frameStyle;
+
+    // --- form ------------------------------------------------------------
+    QWidget *centralwidget = nullptr;
+    QWidget *widget_para = nullptr;
+    QSplitter *splitter = nullptr;
+    QTableView *tableView_Wdg = nullptr;
+    QTableView *tableView_Para = nullptr;
+    QFrame *frame_tools = nullptr;
+    QWidget *m_toolsHolder = nullptr; // the sideways scroller around the frame
+    QHash<QString, QToolButton *> m_toolButtons;
+    QSplitter *splitter_2 = nullptr;
+    QWidget *widget = nullptr;
+    QScrollArea *scrollArea = nullptr;
+    QLabel *label_Show = nullptr;
+    QTextEdit *textEdit = nullptr;
+    QWidget *widget_page = nullptr;
+    QTableView *tableView_Page = nullptr;
+    QSplitter *splitter_main = nullptr;
+    QMenu *menuFile = nullptr;
+    QMenu *menuTool = nullptr;
+    QMenu *menuHelp = nullptr;
+    QMenu *menuLanguage = nullptr;
+    QMenu *menuToolBar_Text = nullptr;
+    QMenu *menuAuto_Save = nullptr;
+    QToolBar *toolBar = nullptr;
+    QHash<QString, QAction *> m_actions;
+    QList<QAction *> m_editActions; // the twenty actions the tool-button frame stands in for
+
+    QStandardItemModel *m_pageModel = nullptr;
+    QStandardItemModel *m_wdgModel = nullptr;
+    QStandardItemModel *m_paraModel = nullptr;
+
+    QLabel *select_frame = nullptr;
+    QLabel *Paste_area = nullptr;
+    QLabel *m_statusReady = nullptr;
+    QLabel *m_statusResolution = nullptr;
+    QLabel *m_statusZoom = nullptr;
+    QPointer<QWidget> m_mask;
+
+    QTimer *m_autoSaveTimer = nullptr;
+    QTimer *m_timer2 = nullptr;
+    int m_timer2Count = 0;
+
+    QTranslator *m_translator = nullptr;
+    DialogProjectSetting *m_dialogProjectSetting = nullptr;
 };
 
 } // namespace vantile

@@ -1,4 +1,637 @@
-<?xml version="1.0" encoding="utf-8"?>
-<!DOCTYPE TS>
-<TS version="2.1">
+<?xml version='1.0' encoding='utf-8'?>
+<TS version="2.1" language="zh_CN" sourcelanguage="en_US">
+<context>
+    <name>vantile::DialogProjectSetting</name>
+    <message>
+        <source>None</source>
+        <translation>无校验</translation>
+    </message>
+    <message>
+        <source>Even</source>
+        <translation>偶校验</translation>
+    </message>
+    <message>
+        <source>Odd</source>
+        <translation>奇校验</translation>
+    </message>
+    <message>
+        <source>  0 Degree</source>
+        <translation>  0 度</translation>
+    </message>
+    <message>
+        <source> 90 Degree</source>
+        <translation> 90 度</translation>
+    </message>
+    <message>
+        <source>180 Degree</source>
+        <translation>180 度</translation>
+    </message>
+    <message>
+        <source>270 Degree</source>
+        <translation>270 度</translation>
+    </message>
+    <message>
+        <source>Chip type</source>
+        <translation>芯片型号</translation>
+    </message>
+    <message>
+        <source>Flash type</source>
+        <translation>Flash 类型</translation>
+    </message>
+    <message>
+        <source>Flash size</source>
+        <translation>Flash 容量</translation>
+    </message>
+    <message>
+        <source>Start page</source>
+        <translation>起始页</translation>
+    </message>
+    <message>
+        <source>Languages</source>
+        <translation>语言数量</translation>
+    </message>
+    <message>
+        <source>Needle data</source>
+        <translation>指针数据格式</translation>
+    </message>
+    <message>
+        <source>General data</source>
+        <translation>通用数据</translation>
+    </message>
+    <message>
+        <source>Width (X)</source>
+        <translation>宽度 (X)</translation>
+    </message>
+    <message>
+        <source>Height (Y)</source>
+        <translation>高度 (Y)</translation>
+    </message>
+    <message>
+        <source>Rotation</source>
+        <translation>旋转</translation>
+    </message>
+    <message>
+        <source>Color depth</source>
+        <translation>颜色深度</translation>
+    </message>
+    <message>
+        <source>HBPD</source>
+        <translation>HBPD</translation>
+    </message>
+    <message>
+        <source>VBPD</source>
+        <translation>VBPD</translation>
+    </message>
+    <message>
+        <source>HFPD</source>
+        <translation>HFPD</translation>
+    </message>
+    <message>
+        <source>VFPD</source>
+        <translation>VFPD</translation>
+    </message>
+    <message>
+        <source>HSPW</source>
+        <translation>HSPW</translation>
+    </message>
+    <message>
+        <source>VSPW</source>
+        <translation>VSPW</translation>
+    </message>
+    <message>
+        <source>Baud rate</source>
+        <translation>波特率</translation>
+    </message>
+    <message>
+        <source>Parity</source>
+        <translation>校验</translation>
+    </message>
+    <message>
+        <source>Frame header</source>
+        <translation>帧头</translation>
+    </message>
+    <message>
+        <source>Device address</source>
+        <translation>设备地址</translation>
+    </message>
+    <message>
+        <source>Device number</source>
+        <translation>设备编号</translation>
+    </message>
+    <message>
+        <source>Normal (10~63)</source>
+        <translation>正常亮度 (10~63)</translation>
+    </message>
+    <message>
+        <source>Sleep (0~63)</source>
+        <translation>休眠亮度 (0~63)</translation>
+    </message>
+    <message>
+        <source>Hold time (s)</source>
+        <translation>保持时间 (秒)</translation>
+    </message>
+    <message>
+        <source>Volume (0~16)</source>
+        <translation>音量 (0~16)</translation>
+    </message>
+    <message>
+        <source>User ID</source>
+        <translation>用户 ID</translation>
+    </message>
+    <message>
+        <source>User version</source>
+        <translation>用户版本</translation>
+    </message>
+    <message>
+        <source>Supplier ID</source>
+        <translation>供应商 ID</translation>
+    </message>
+    <message>
+        <source>Supplier version</source>
+        <translation>供应商版本</translation>
+    </message>
+    <message>
+        <source>Message</source>
+        <translation>提示</translation>
+    </message>
+    <message>
+        <source>Modifying the resolution may cause the page to be distorted, are you sure to modify it?</source>
+        <translation>修改分辨率可能导致页面变形，确定要修改吗？</translation>
+    </message>
+    <message>
+        <source>Yes</source>
+        <translation>是</translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation>否</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Project Setting</source>
+        <translation>工程设置</translation>
+    </message>
+    <message>
+        <source>Projrct Setting</source>
+        <translation>工程设置</translation>
+    </message>
+    <message>
+        <source>General</source>
+        <translation>常规</translation>
+    </message>
+    <message>
+        <source>Application</source>
+        <translation>应用</translation>
+    </message>
+    <message>
+        <source>Communication</source>
+        <translation>通信</translation>
+    </message>
+    <message>
+        <source>TFT panel</source>
+        <translation>TFT 屏参数</translation>
+    </message>
+    <message>
+        <source>User Information</source>
+        <translation>用户信息</translation>
+    </message>
+    <message>
+        <source>Master mode</source>
+        <translation>主机模式</translation>
+    </message>
+    <message>
+        <source>No CRC padding</source>
+        <translation>无 CRC 校验</translation>
+    </message>
+    <message>
+        <source>No reply</source>
+        <translation>无应答</translation>
+    </message>
+    <message>
+        <source>Key with beep</source>
+        <translation>按键蜂鸣</translation>
+    </message>
+    <message>
+        <source>Initialize variable</source>
+        <translation>初始化变量</translation>
+    </message>
+    <message>
+        <source>With GBKCode</source>
+        <translation>GBK 编码</translation>
+    </message>
+    <message>
+        <source>Page Image Zip</source>
+        <translation>页面图片压缩</translation>
+    </message>
+    <message>
+        <source>Byte Swap</source>
+        <translation>字节交换</translation>
+    </message>
+    <message>
+        <source>aRGB Png</source>
+        <translation>aRGB 格式 PNG</translation>
+    </message>
+    <message>
+        <source>Auto Dimming</source>
+        <translation>自动调光</translation>
+    </message>
+    <message>
+        <source>PCLK_Falling</source>
+        <translation>PCLK 下降沿</translation>
+    </message>
+    <message>
+        <source>HSYNC_High</source>
+        <translation>HSYNC 高电平</translation>
+    </message>
+    <message>
+        <source>VSYNC_High</source>
+        <translation>VSYNC 高电平</translation>
+    </message>
+    <message>
+        <source>DE_High</source>
+        <translation>DE 高电平</translation>
+    </message>
+    <message>
+        <source>BGR</source>
+        <translation>BGR 顺序</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>确定</translation>
+    </message>
+</context>
+<context>
+    <name>vantile::MainWindow</name>
+    <message>
+        <source>Page</source>
+        <translation>页面</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+    <message>
+        <source>Widget</source>
+        <translation>控件</translation>
+    </message>
+    <message>
+        <source>Parameter</source>
+        <translation>参数</translation>
+    </message>
+    <message>
+        <source>Data</source>
+        <translation>数据</translation>
+    </message>
+    <message>
+        <source>Open project</source>
+        <translation>打开工程</translation>
+    </message>
+    <message>
+        <source>New project</source>
+        <translation>新建工程</translation>
+    </message>
+    <message>
+        <source>Project Setting</source>
+        <translation>工程设置</translation>
+    </message>
+    <message>
+        <source>OTA Update Addr Setting</source>
+        <translation>OTA升级地址设置</translation>
+    </message>
+    <message>
+        <source>Build project</source>
+        <translation>编译工程</translation>
+    </message>
+    <message>
+        <source>Clear project</source>
+        <translation>清理工程</translation>
+    </message>
+    <message>
+        <source>Load latest page cfg</source>
+        <translation>加载已保存的页面</translation>
+    </message>
+    <message>
+        <source>Save current page cfg</source>
+        <translation>保存当前页面</translation>
+    </message>
+    <message>
+        <source>Save All</source>
+        <translation>全部保存</translation>
+    </message>
+    <message>
+        <source>Exit</source>
+        <translation>退出</translation>
+    </message>
+    <message>
+        <source>Export variable</source>
+        <translation>导出变量</translation>
+    </message>
+    <message>
+        <source>Modbus</source>
+        <translation>Modbus</translation>
+    </message>
+    <message>
+        <source>Static Text</source>
+        <translation>静态文本</translation>
+    </message>
+    <message>
+        <source>Vantile Debug</source>
+        <translation>Vantile 串口调试</translation>
+    </message>
+    <message>
+        <source>Font tool</source>
+        <translation>字库工具</translation>
+    </message>
+    <message>
+        <source>Numbering</source>
+        <translation>编号工具</translation>
+    </message>
+    <message>
+        <source>ToneForge</source>
+        <translation>ToneForge 音频工具</translation>
+    </message>
+    <message>
+        <source>Emulator</source>
+        <translation>模拟器</translation>
+    </message>
+    <message>
+        <source>WriteAddr</source>
+        <translation>变量地址分配</translation>
+    </message>
+    <message>
+        <source>File Timestamp</source>
+        <translation>编译时间设定</translation>
+    </message>
+    <message>
+        <source>Chinese</source>
+        <translation>中文</translation>
+    </message>
+    <message>
+        <source>English</source>
+        <translation>English</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>打开</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>Directions for use</source>
+        <translation>使用说明</translation>
+    </message>
+    <message>
+        <source>Check Project</source>
+        <translation>检查工程</translation>
+    </message>
+    <message>
+        <source>About</source>
+        <translation>关于</translation>
+    </message>
+    <message>
+        <source>Button</source>
+        <translation>按键</translation>
+    </message>
+    <message>
+        <source>SlideMenu</source>
+        <translation>滑动菜单</translation>
+    </message>
+    <message>
+        <source>PopupBox</source>
+        <translation>弹出窗体</translation>
+    </message>
+    <message>
+        <source>VarAdj</source>
+        <translation>变量调节</translation>
+    </message>
+    <message>
+        <source>BatchVar</source>
+        <translation>多变量操作</translation>
+    </message>
+    <message>
+        <source>RingTouch</source>
+        <translation>环形触摸</translation>
+    </message>
+    <message>
+        <source>Slider</source>
+        <translation>滑条</translation>
+    </message>
+    <message>
+        <source>Cross-Page Menu</source>
+        <translation>滑动选单</translation>
+    </message>
+    <message>
+        <source>Keypad</source>
+        <translation>数字键盘</translation>
+    </message>
+    <message>
+        <source>EN_KB</source>
+        <translation>英文键盘</translation>
+    </message>
+    <message>
+        <source>CN_KB</source>
+        <translation>中文键盘</translation>
+    </message>
+    <message>
+        <source>KBkey</source>
+        <translation>键盘按键</translation>
+    </message>
+    <message>
+        <source>Label</source>
+        <translation>字符串</translation>
+    </message>
+    <message>
+        <source>Statictext</source>
+        <translation>静态文本</translation>
+    </message>
+    <message>
+        <source>TextRoll</source>
+        <translation>滚动文字</translation>
+    </message>
+    <message>
+        <source>Number</source>
+        <translation>字库数字</translation>
+    </message>
+    <message>
+        <source>pngNumber</source>
+        <translation>图片数字</translation>
+    </message>
+    <message>
+        <source>Clock</source>
+        <translation>模拟时钟</translation>
+    </message>
+    <message>
+        <source>RTC</source>
+        <translation>数字时钟</translation>
+    </message>
+    <message>
+        <source>Timer</source>
+        <translation>计时器</translation>
+    </message>
+    <message>
+        <source>Gif</source>
+        <translation>动图</translation>
+    </message>
+    <message>
+        <source>QRCode</source>
+        <translation>二维码</translation>
+    </message>
+    <message>
+        <source>Wav</source>
+        <translation>音频播放</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>进度条</translation>
+    </message>
+    <message>
+        <source>RingProgress</source>
+        <translation>环形进度条</translation>
+    </message>
+    <message>
+        <source>bitIcon</source>
+        <translation>位元状态</translation>
+    </message>
+    <message>
+        <source>Auto Variable</source>
+        <translation>自动变量</translation>
+    </message>
+    <message>
+        <source>Icon</source>
+        <translation>小图标</translation>
+    </message>
+    <message>
+        <source>Curve</source>
+        <translation>曲线</translation>
+    </message>
+    <message>
+        <source>Encoder</source>
+        <translation>编码器</translation>
+    </message>
+    <message>
+        <source>Needle</source>
+        <translation>指针</translation>
+    </message>
+    <message>
+        <source>Camera</source>
+        <translation>摄像头</translation>
+    </message>
+    <message>
+        <source>Video</source>
+        <translation>视频</translation>
+    </message>
+    <message>
+        <source>Left_Align</source>
+        <translation>左对齐</translation>
+    </message>
+    <message>
+        <source>Right_Align</source>
+        <translation>右对齐</translation>
+    </message>
+    <message>
+        <source>Top_Align</source>
+        <translation>顶对齐</translation>
+    </message>
+    <message>
+        <source>Bottom_Align</source>
+        <translation>底对齐</translation>
+    </message>
+    <message>
+        <source>Width_Align</source>
+        <translation>等宽</translation>
+    </message>
+    <message>
+        <source>Height_Align</source>
+        <translation>等高</translation>
+    </message>
+    <message>
+        <source>Shape_Align</source>
+        <translation>等大小</translation>
+    </message>
+    <message>
+        <source>Level_layout</source>
+        <translation>水平等距</translation>
+    </message>
+    <message>
+        <source>Vertical_layout</source>
+        <translation>垂直等距</translation>
+    </message>
+    <message>
+        <source>Zoomin</source>
+        <translation>放大</translation>
+    </message>
+    <message>
+        <source>Zoomout</source>
+        <translation>缩小</translation>
+    </message>
+    <message>
+        <source>Original</source>
+        <translation>原始大小</translation>
+    </message>
+    <message>
+        <source>Widget_Clone</source>
+        <translation>克隆控件</translation>
+    </message>
+    <message>
+        <source>Widget_Copy</source>
+        <translation>复制控件</translation>
+    </message>
+    <message>
+        <source>Widget_Paste</source>
+        <translation>粘贴控件</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>删除</translation>
+    </message>
+    <message>
+        <source>Load previous step</source>
+        <translation>上一步</translation>
+    </message>
+    <message>
+        <source>Load next step</source>
+        <translation>下一步</translation>
+    </message>
+    <message>
+        <source>Lock</source>
+        <translation>锁定</translation>
+    </message>
+    <message>
+        <source>Unlock</source>
+        <translation>解锁</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>文件</translation>
+    </message>
+    <message>
+        <source>Tool</source>
+        <translation>工具</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>帮助</translation>
+    </message>
+    <message>
+        <source>Language</source>
+        <translation>语言</translation>
+    </message>
+    <message>
+        <source>ToolBar-Text</source>
+        <translation>工具栏文字</translation>
+    </message>
+    <message>
+        <source>Auto Save</source>
+        <translation>自动保存</translation>
+    </message>
+    <message>
+        <source>toolBar</source>
+        <translation>工具栏</translation>
+    </message>
+</context>
 </TS>

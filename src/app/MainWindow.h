@@ -122,6 +122,8 @@ private:
     void showPage(int row);
     QString pageFilePath(int row) const;
     bool writePageList();
+    QStringList readPageFile(const QString &path); // either form, records glued
+    bool writeLinesTo(const QString &path, const QStringList &lines); // form by supplierKey
     bool writeSettings();
     QString iniPathFor(const QString &uiprjPath) const;
     void readCanvasSize();

@@ -5,6 +5,7 @@
 #include "app/Prompts.h"
 #include "editors/DialogProjectSetting.h"
 #include "project/AppPaths.h"
+#include "project/SealedFile.h"
 #include "project/TextFiles.h"
 
 #include <QDir>
@@ -162,12 +163,35 @@ void MainWindow::showPage(int row)
     log(QStringLiteral("Page W,H: ") + QString::number(m_pageImage.width()) + QLatin1Char(',')
         + QString::number(m_pageImage.height()));
     showBackground();
-    bool ok = false;
-    m_currentPageLines = TextFiles::glueRecords(TextFiles::readLines(cfg, &ok));
-    if (!ok)
-        log(QStringLiteral("Can't open this file: ") + cfg);
+    m_currentPageLines = readPageFile(cfg);
     tableView_Page->selectRow(row);
     fillWidgetTable();
+}
+
+QStringList MainWindow::readPageFile(const QString &path)
+{
+    const SealedFile::Class cls = SealedFile::classify(path, m_supplierKey);
+    log(QStringLiteral("cfg crc_ok = ") + QString::number(int(cls)));
+    if (cls == SealedFile::Illegal) {
+        Prompts::message(this, QStringLiteral("Warning"), QStringLiteral("This is illegal uiprj"));
+        return {};
+    }
+    bool ok = false;
+    const QStringList lines =
+        SealedFile::readLines(path, m_supplierKey, nullptr, &ok, [this](const QString &l) { log(l); });
+    if (!ok)
+        log(QStringLiteral("Can't open this file: ") + path);
+    return cls == SealedFile::Sealed ? lines : TextFiles::glueRecords(lines);
+}
+
+bool MainWindow::writeLinesTo(const QString &path, const QStringList &lines)
+{
+    if (!SealedFile::writeLines(path, lines, m_supplierKey, [this](const QString &l) { log(l); })) {
+        Prompts::message(this, QStringLiteral("Message"), QStringLiteral("Fail to open this file"));
+        log(QStringLiteral("Fail to open this file"));
+        return false;
+    }
+    return true;
 }
 
 void MainWindow::on_tableView_Page_clicked(const QModelIndex &index)
@@ -194,13 +218,7 @@ bool MainWindow::writePageList()
         log(QStringLiteral("Open fail:") + m_uiprjPath);
         return false;
     }
-    QString error;
-    if (!TextFiles::writeAtomically(m_uiprjPath, TextFiles::encodePlain(m_pageInfoList), &error)) {
-        Prompts::message(this, QStringLiteral("Message"), QStringLiteral("Fail to open this file"));
-        log(QStringLiteral("Fail to open this file"));
-        return false;
-    }
-    return true;
+    return writeLinesTo(m_uiprjPath, m_pageInfoList);
 }
 
 bool MainWindow::writeSettings()
@@ -222,11 +240,7 @@ void MainWindow::on_actionSave_All_triggered()
     for (int row = 0; row < m_pageInfoList.size(); ++row) {
         if (row != m_currentPageRow)
             continue; // other pages change only through their history steps
-        const QString cfg = pageFilePath(row);
-        if (!TextFiles::writeAtomically(cfg, TextFiles::encodePlain(m_currentPageLines))) {
-            Prompts::message(this, QStringLiteral("Message"), QStringLiteral("Fail to open this file"));
-            log(QStringLiteral("Fail to open this file"));
-        }
+        writeLinesTo(pageFilePath(row), m_currentPageLines);
     }
     writePageList();
     writeSettings();
@@ -366,8 +380,15 @@ bool MainWindow::openProjectFile(const QString &pathIn)
         return false;
     }
 
+    // The page list may be sealed with this project's key.
+    const SealedFile::Class cls = SealedFile::classify(path, m_supplierKey);
+    log(QStringLiteral("crc_ok = ") + QString::number(int(cls)));
+    if (cls == SealedFile::Illegal) {
+        Prompts::message(this, QStringLiteral("Warning"), QStringLiteral("This is illegal uiprj"));
+        return false;
+    }
     bool ok = false;
-    const QStringList rawLines = TextFiles::readLines(path, &ok);
+    const QStringList rawLines = SealedFile::readLines(path, m_supplierKey, nullptr, &ok);
     if (!ok) {
         log(QStringLiteral("Can't open this file: ") + path);
         return false;

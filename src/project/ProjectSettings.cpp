@@ -33,9 +33,14 @@ bool pageZipAllowed(int chip)
     return chip == 4 || chip >= 6;
 }
 
+// A decimal text field: the digits read as a number. A value without any
+// digit leaves the field empty (its default), so an empty field survives a
+// save and reopen instead of turning into "0".
 QString digitsText(const QByteArray &raw)
 {
-    return QString::number(IniValue::integer(raw));
+    bool any = false;
+    const qint64 v = IniValue::integer(raw, &any);
+    return any ? QString::number(v) : QString();
 }
 
 // One key of the file: how it is written and how it is read.
@@ -192,16 +197,26 @@ const QList<Key> &keys()
 }
 
 // The line of the file that starts with the key (blanks before it ignored).
-// Returns the offset of the value inside the line, or -1.
-int findKey(const QList<QByteArray> &lines, const QByteArray &key, QByteArray *line)
+// The key is given as written; hand-written files may lack the blank behind
+// the colon, so the search is for the key up to its colon and the written
+// blank is skipped when it is there. Returns the offset of the value inside
+// the line, or -1.
+int findKey(const QList<QByteArray> &lines, const QByteArray &writtenKey, QByteArray *line)
 {
+    QByteArray key = writtenKey;
+    while (key.endsWith(' '))
+        key.chop(1);
+    const bool blankBehind = key.size() != writtenKey.size();
     for (const QByteArray &l : lines) {
         int i = 0;
         while (i < l.size() && (l[i] == ' ' || l[i] == '\t'))
             ++i;
         if (l.mid(i, key.size()) == key) {
             *line = l;
-            return i + key.size();
+            int at = i + key.size();
+            if (blankBehind && at < l.size() && l[at] == ' ')
+                ++at;
+            return at;
         }
     }
     return -1;
@@ -317,9 +332,7 @@ ReadReport ProjectSettings::readIni(const QByteArray &bytes, int pageCount)
 
     ReadReport report;
     for (const Key &k : keys()) {
-        QByteArray key(k.name);
-        while (key.endsWith(' '))
-            key.chop(1); // hand-written files may lack the blank behind the colon
+        const QByteArray key(k.name);
         QByteArray line;
         const int at = findKey(lines, key, &line);
         if (at < 0)
@@ -433,7 +446,7 @@ VersionGate ProjectSettings::checkVersion(const QString &iniPath)
     if (body.startsWith("\xEF\xBB\xBF"))
         body.remove(0, 3);
     QByteArray line;
-    const int at = findKey(body.split('\n'), "SupplierVer:", &line);
+    const int at = findKey(body.split('\n'), "SupplierVer: ", &line);
     if (at >= 0) {
         gate.valueText = IniValue::text(IniValue::raw(line, at));
         QString n = gate.valueText;

@@ -25,8 +25,6 @@ namespace vantile {
 const char *const MainWindow::kTitle = "Vantile V3.20A";
 
 namespace {
-const char *const kBuildStamp = __DATE__ " " __TIME__; // shown by the About box
-
 QStandardItemModel *makeModel(QObject *parent)
 {
     auto *m = new QStandardItemModel(0, 2, parent);
@@ -36,7 +34,6 @@ QStandardItemModel *makeModel(QObject *parent)
 
 MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent)
 {
-    Q_UNUSED(kBuildStamp);
     // 1. the form, maximized, titled
     setupForm();
     setWindowState(Qt::WindowMaximized);
@@ -129,7 +126,6 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent)
 
     retranslateForm();
     QMetaObject::connectSlotsByName(this);
-    connectActions();
 
     // 10. the user's settings; 11. the canvas in its scroll area, ticks
     scrollArea->setWidget(label_Show);
@@ -149,11 +145,9 @@ MainWindow::~MainWindow()
     }
 }
 
-void MainWindow::connectActions()
+QString MainWindow::buildDateTime()
 {
-    // Actions whose slot names do not follow the form's own objects.
-    if (QAction *exit = action(QStringLiteral("actionExit")))
-        Q_UNUSED(exit);
+    return QStringLiteral(__DATE__ " " __TIME__);
 }
 
 // --- user settings ---------------------------------------------------------

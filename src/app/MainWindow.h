@@ -36,6 +36,7 @@ class MainWindow : public QMainWindow
     Q_OBJECT
 public:
     static const char *const kTitle; // "Vantile V3.20A"
+    static QString buildDateTime();  // when this program was built, for the About box
 
     explicit MainWindow(QWidget *parent = nullptr);
     ~MainWindow() override;
@@ -100,7 +101,6 @@ private:
     void setupForm();
     void retranslateForm();
     QAction *makeAction(const char *objectName);
-    void connectActions();
 
     // language and settings
     bool switchLanguage(int index);

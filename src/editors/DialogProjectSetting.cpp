@@ -48,13 +48,6 @@ const char *const kRotateItems[] = {
     QT_TRANSLATE_NOOP("vantile::DialogProjectSetting", "270 Degree"),
 };
 
-// The page image compression exists on these chips only; reading a project
-// unchecks and disables it on every other chip.
-bool pageZipAllowed(int chip)
-{
-    return chip == 4 || (chip >= 6 && chip < ProjectSettings::ChipCount);
-}
-
 QString trText(const char *source)
 {
     return QCoreApplication::translate(kContext, source);
@@ -507,7 +500,7 @@ void DialogProjectSetting::applyChipStates(int chip, bool fromLoad)
     if (fromLoad) {
         // A project read from its file: the page image compression is offered
         // only where the chip has it. A check that is on is never shown greyed.
-        checkBox_PageImageZip->setEnabled(pageZipAllowed(chip) || m_model->pageImageZip);
+        checkBox_PageImageZip->setEnabled(ProjectSettings::pageImageZipAllowed(chip) || m_model->pageImageZip);
     } else {
         apply(checkBox_PageImageZip, rule.pageImageZipEnabled);
     }

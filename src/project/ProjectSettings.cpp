@@ -28,11 +28,6 @@ const ChipRule kChipRules[ProjectSettings::ChipCount] = {
     /* 10 +PSRAM */     {E::Disable, E::Enable,  false, F::Blank,      E::Disable, E::Enable,  T::Restore},
 };
 
-bool pageZipAllowed(int chip)
-{
-    return chip == 4 || chip >= 6;
-}
-
 // A decimal text field: the digits read as a number. A value without any
 // digit leaves the field empty (its default), so an empty field survives a
 // save and reopen instead of turning into "0".
@@ -350,7 +345,7 @@ ReadReport ProjectSettings::readIni(const QByteArray &bytes, int pageCount)
             }
         }
     }
-    if (!pageZipAllowed(panelType))
+    if (!pageImageZipAllowed(panelType))
         pageImageZip = false;
     return report;
 }
@@ -409,6 +404,11 @@ void ProjectSettings::setFlashTypeIndex(int index)
     flashTypeIndex = index;
     if (panelType == 3 || panelType == 4)
         flashTypeMemory[panelType] = index;
+}
+
+bool ProjectSettings::pageImageZipAllowed(int chipIndex)
+{
+    return chipIndex == 4 || (chipIndex >= 6 && chipIndex < ChipCount);
 }
 
 int ProjectSettings::flashTypeFileValue() const

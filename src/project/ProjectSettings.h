@@ -137,6 +137,8 @@ public:
     void clearTft();
     void restoreTft();
 
+    // Page image compression exists on chips 4 and 6 to 10 only.
+    static bool pageImageZipAllowed(int chipIndex);
     // "FlashType: " value for the current combo index.
     int flashTypeFileValue() const;
     // Character table bound: 0x100 with GBKCode, 0x80 without.

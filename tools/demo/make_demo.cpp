@@ -1,0 +1,753 @@
+// vantile-make-demo: writes the demo project into a directory.
+//
+//   vantile-make-demo <directory>
+//
+// The project is "demo": demo.uiprj (page list), demo.ini (settings), the
+// nine project folders, one empty page file per page in Plugin/, and the
+// page pictures in Picture/, all drawn here. Text on the pictures uses a
+// built-in 5x7 dot font, so no installed font is involved, and every run
+// gives the same bytes.
+
+#include "project/PageList.h"
+#include "project/ProjectSettings.h"
+#include "project/TextFiles.h"
+
+#include <QBuffer>
+#include <QConicalGradient>
+#include <QCoreApplication>
+#include <QDate>
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QLinearGradient>
+#include <QPainter>
+#include <QPainterPath>
+#include <QRadialGradient>
+#include <QTime>
+#include <QtMath>
+
+#include <cstdio>
+
+using namespace vantile;
+
+namespace {
+
+const int W = 800;
+const int H = 480;
+
+// ---------------------------------------------------------------------------
+// 5x7 dot font: seven rows of five cells, '#' lit.
+
+struct Glyph {
+    char ch;
+    const char *rows[7];
+};
+
+const Glyph kGlyphs[] = {
+    {'0', {" ### ", "#   #", "#  ##", "# # #", "##  #", "#   #", " ### "}},
+    {'1', {"  #  ", " ##  ", "  #  ", "  #  ", "  #  ", "  #  ", " ### "}},
+    {'2', {" ### ", "#   #", "    #", "   # ", "  #  ", " #   ", "#####"}},
+    {'3', {"#####", "   # ", "  #  ", "   # ", "    #", "#   #", " ### "}},
+    {'4', {"   # ", "  ## ", " # # ", "#  # ", "#####", "   # ", "   # "}},
+    {'5', {"#####", "#    ", "#### ", "    #", "    #", "#   #", " ### "}},
+    {'6', {"  ## ", " #   ", "#    ", "#### ", "#   #", "#   #", " ### "}},
+    {'7', {"#####", "    #", "   # ", "  #  ", " #   ", " #   ", " #   "}},
+    {'8', {" ### ", "#   #", "#   #", " ### ", "#   #", "#   #", " ### "}},
+    {'9', {" ### ", "#   #", "#   #", " ####", "    #", "   # ", " ##  "}},
+    {'A', {" ### ", "#   #", "#   #", "#####", "#   #", "#   #", "#   #"}},
+    {'B', {"#### ", "#   #", "#   #", "#### ", "#   #", "#   #", "#### "}},
+    {'C', {" ### ", "#   #", "#    ", "#    ", "#    ", "#   #", " ### "}},
+    {'D', {"#### ", "#   #", "#   #", "#   #", "#   #", "#   #", "#### "}},
+    {'E', {"#####", "#    ", "#    ", "#### ", "#    ", "#    ", "#####"}},
+    {'F', {"#####", "#    ", "#    ", "#### ", "#    ", "#    ", "#    "}},
+    {'G', {" ### ", "#   #", "#    ", "# ###", "#   #", "#   #", " ####"}},
+    {'H', {"#   #", "#   #", "#   #", "#####", "#   #", "#   #", "#   #"}},
+    {'I', {" ### ", "  #  ", "  #  ", "  #  ", "  #  ", "  #  ", " ### "}},
+    {'J', {"  ###", "   # ", "   # ", "   # ", "   # ", "#  # ", " ##  "}},
+    {'K', {"#   #", "#  # ", "# #  ", "##   ", "# #  ", "#  # ", "#   #"}},
+    {'L', {"#    ", "#    ", "#    ", "#    ", "#    ", "#    ", "#####"}},
+    {'M', {"#   #", "## ##", "# # #", "# # #", "#   #", "#   #", "#   #"}},
+    {'N', {"#   #", "#   #", "##  #", "# # #", "#  ##", "#   #", "#   #"}},
+    {'O', {" ### ", "#   #", "#   #", "#   #", "#   #", "#   #", " ### "}},
+    {'P', {"#### ", "#   #", "#   #", "#### ", "#    ", "#    ", "#    "}},
+    {'Q', {" ### ", "#   #", "#   #", "#   #", "# # #", "#  # ", " ## #"}},
+    {'R', {"#### ", "#   #", "#   #", "#### ", "# #  ", "#  # ", "#   #"}},
+    {'S', {" ####", "#    ", "#    ", " ### ", "    #", "    #", "#### "}},
+    {'T', {"#####", "  #  ", "  #  ", "  #  ", "  #  ", "  #  ", "  #  "}},
+    {'U', {"#   #", "#   #", "#   #", "#   #", "#   #", "#   #", " ### "}},
+    {'V', {"#   #", "#   #", "#   #", "#   #", "#   #", " # # ", "  #  "}},
+    {'W', {"#   #", "#   #", "#   #", "# # #", "# # #", "# # #", " # # "}},
+    {'X', {"#   #", "#   #", " # # ", "  #  ", " # # ", "#   #", "#   #"}},
+    {'Y', {"#   #", "#   #", " # # ", "  #  ", "  #  ", "  #  ", "  #  "}},
+    {'Z', {"#####", "    #", "   # ", "  #  ", " #   ", "#    ", "#####"}},
+    {'.', {"     ", "     ", "     ", "     ", "     ", " ##  ", " ##  "}},
+    {':', {"     ", " ##  ", " ##  ", "     ", " ##  ", " ##  ", "     "}},
+    {'-', {"     ", "     ", "     ", "#####", "     ", "     ", "     "}},
+    {'%', {"##   ", "##  #", "   # ", "  #  ", " #   ", "#  ##", "   ##"}},
+    {'/', {"     ", "    #", "   # ", "  #  ", " #   ", "#    ", "     "}},
+    {'<', {"   # ", "  #  ", " #   ", "#    ", " #   ", "  #  ", "   # "}},
+    {'>', {" #   ", "  #  ", "   # ", "    #", "   # ", "  #  ", " #   "}},
+};
+
+const Glyph *glyphFor(QChar c)
+{
+    const char ch = char(c.toUpper().toLatin1());
+    for (const Glyph &g : kGlyphs)
+        if (g.ch == ch)
+            return &g;
+    return nullptr; // blank
+}
+
+int textWidth(const QString &text, int scale)
+{
+    return text.isEmpty() ? 0 : (text.size() * 6 - 1) * scale;
+}
+
+int textHeight(int scale) { return 7 * scale; }
+
+enum class Align { Left, Center, Right };
+
+// Draws text with its top edge at y; x is the left edge, the centre or the
+// right edge by align. Cells are drawn without smoothing, so edges are crisp.
+void drawText(QPainter &p, int x, int y, const QString &text, int scale, const QColor &color,
+              Align align = Align::Left)
+{
+    const int w = textWidth(text, scale);
+    if (align == Align::Center)
+        x -= w / 2;
+    else if (align == Align::Right)
+        x -= w;
+    p.save();
+    p.setRenderHint(QPainter::Antialiasing, false);
+    p.setPen(Qt::NoPen);
+    p.setBrush(color);
+    for (int i = 0; i < text.size(); ++i) {
+        const Glyph *g = glyphFor(text[i]);
+        if (!g)
+            continue;
+        const int gx = x + i * 6 * scale;
+        for (int row = 0; row < 7; ++row)
+            for (int col = 0; col < 5; ++col)
+                if (g->rows[row][col] == '#')
+                    p.drawRect(gx + col * scale, y + row * scale, scale, scale);
+    }
+    p.restore();
+}
+
+// Text centred in a rectangle.
+void drawTextIn(QPainter &p, const QRect &r, const QString &text, int scale, const QColor &color)
+{
+    drawText(p, r.center().x() + 1, r.top() + (r.height() - textHeight(scale)) / 2, text, scale, color,
+             Align::Center);
+}
+
+// ---------------------------------------------------------------------------
+// Shapes shared by the pages.
+
+QColor shade(const QColor &c, int factor) // >100 lighter, <100 darker
+{
+    return factor >= 100 ? c.lighter(factor) : c.darker(10000 / factor);
+}
+
+// A soft shadow made of a few widening, faint rounded rectangles.
+void softShadow(QPainter &p, const QRectF &r, qreal radius, int strength)
+{
+    p.save();
+    p.setPen(Qt::NoPen);
+    for (int i = 6; i >= 1; --i) {
+        p.setBrush(QColor(0, 0, 0, strength / (i + 1)));
+        p.drawRoundedRect(r.adjusted(-i, -i + 3, i, i + 3), radius + i, radius + i);
+    }
+    p.restore();
+}
+
+// A button or tile: shadow, vertical gradient of the base colour, a thin
+// light edge at the top.
+void drawButton(QPainter &p, const QRect &r, const QColor &base, qreal radius, int shadow = 120)
+{
+    softShadow(p, r, radius, shadow);
+    QLinearGradient g(r.topLeft(), r.bottomLeft());
+    g.setColorAt(0, shade(base, 125));
+    g.setColorAt(0.5, base);
+    g.setColorAt(1, shade(base, 75));
+    p.setPen(QPen(shade(base, 60), 1));
+    p.setBrush(g);
+    p.drawRoundedRect(QRectF(r).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
+    p.setPen(QPen(QColor(255, 255, 255, 70), 1));
+    p.drawLine(QPointF(r.left() + radius, r.top() + 1.5), QPointF(r.right() - radius, r.top() + 1.5));
+}
+
+// A frame where a number or text widget will sit.
+void drawField(QPainter &p, const QRect &r, const QColor &fill, const QColor &border)
+{
+    p.setPen(QPen(border, 1.2));
+    p.setBrush(fill);
+    p.drawRoundedRect(QRectF(r).adjusted(0.5, 0.5, -0.5, -0.5), 5, 5);
+}
+
+// The title bar of every page: a dark gradient band, an accent line, a
+// round mark, the title and a frame for the clock.
+void drawHeader(QPainter &p, const QString &title, const QColor &accent)
+{
+    const QRect bar(0, 0, W, 52);
+    QLinearGradient g(bar.topLeft(), bar.bottomLeft());
+    g.setColorAt(0, QColor(0x1f, 0x33, 0x4d));
+    g.setColorAt(1, QColor(0x12, 0x20, 0x32));
+    p.fillRect(bar, g);
+    QLinearGradient line(0, 0, W, 0);
+    line.setColorAt(0, accent);
+    line.setColorAt(0.6, shade(accent, 60));
+    line.setColorAt(1, QColor(0x12, 0x20, 0x32));
+    p.fillRect(QRect(0, 50, W, 2), line);
+
+    p.setPen(QPen(accent, 3));
+    p.setBrush(Qt::NoBrush);
+    p.drawEllipse(QPointF(30, 26), 12, 12);
+    p.setPen(Qt::NoPen);
+    p.setBrush(accent);
+    p.drawEllipse(QPointF(30, 26), 5, 5);
+    drawText(p, 56, 16, title, 3, QColor(0xe8, 0xf1, 0xfa));
+
+    drawField(p, QRect(620, 11, 164, 30), QColor(0x0c, 0x16, 0x22), QColor(0x35, 0x50, 0x70));
+    // small status dots left of the clock
+    const QColor dots[3] = {QColor(0x2e, 0xcc, 0x71), QColor(0xf1, 0xc4, 0x0f), QColor(0x55, 0x6b, 0x82)};
+    for (int i = 0; i < 3; ++i) {
+        p.setPen(Qt::NoPen);
+        p.setBrush(dots[i]);
+        p.drawEllipse(QPointF(560 + i * 18, 26), 5, 5);
+    }
+}
+
+// ---------------------------------------------------------------------------
+// Page 0: a dashboard with three round gauges, four action tiles and a tab bar.
+
+void drawGauge(QPainter &p, const QPointF &c, qreal fraction, const QColor &color, const QString &label,
+               const QString &unit)
+{
+    const qreal rBezel = 98;
+    const qreal rArc = 80;
+
+    // bezel
+    QRadialGradient bezel(c, rBezel);
+    bezel.setColorAt(0, QColor(0x1b, 0x2d, 0x42));
+    bezel.setColorAt(0.85, QColor(0x12, 0x1f, 0x2e));
+    bezel.setColorAt(1, QColor(0x0c, 0x15, 0x20));
+    p.setPen(QPen(QColor(0x2c, 0x48, 0x66), 2));
+    p.setBrush(bezel);
+    p.drawEllipse(c, rBezel, rBezel);
+
+    const QRectF arcRect(c.x() - rArc, c.y() - rArc, 2 * rArc, 2 * rArc);
+    // track: from 225 degrees clockwise over 270 degrees
+    QPen track(QColor(0x22, 0x34, 0x4a), 14, Qt::SolidLine, Qt::RoundCap);
+    p.setPen(track);
+    p.setBrush(Qt::NoBrush);
+    p.drawArc(arcRect, 225 * 16, -270 * 16);
+
+    // value arc in a sweep from dark to the full colour
+    QConicalGradient sweep(c, 225);
+    sweep.setColorAt(0, color);
+    sweep.setColorAt(0.75, shade(color, 45));
+    sweep.setColorAt(1, color);
+    QPen value(QBrush(sweep), 14, Qt::SolidLine, Qt::RoundCap);
+    p.setPen(value);
+    p.drawArc(arcRect, 225 * 16, int(-270 * 16 * fraction));
+
+    // ticks: 11 major, 4 minor between
+    for (int i = 0; i <= 50; ++i) {
+        const qreal a = qDegreesToRadians(225.0 - 270.0 * i / 50);
+        const bool major = i % 5 == 0;
+        const qreal r1 = major ? 58 : 63;
+        const qreal r2 = 68;
+        p.setPen(QPen(major ? QColor(0xb8, 0xc7, 0xd6) : QColor(0x4a, 0x60, 0x78), major ? 2 : 1));
+        p.drawLine(QPointF(c.x() + r1 * qCos(a), c.y() - r1 * qSin(a)),
+                   QPointF(c.x() + r2 * qCos(a), c.y() - r2 * qSin(a)));
+    }
+
+    // centre: a readout frame for the number widget, the unit below it
+    drawField(p, QRect(int(c.x()) - 38, int(c.y()) - 16, 76, 30), QColor(0x08, 0x10, 0x19),
+              shade(color, 70));
+    drawText(p, int(c.x()) + 1, int(c.y()) + 26, unit, 2, QColor(0x8a, 0xa0, 0xb6), Align::Center);
+    drawText(p, int(c.x()) + 1, int(c.y() + rBezel) + 12, label, 2, QColor(0xd6, 0xe2, 0xee),
+             Align::Center);
+}
+
+void drawIconPlay(QPainter &p, const QPointF &c)
+{
+    QPainterPath t;
+    t.moveTo(c + QPointF(-7, -10));
+    t.lineTo(c + QPointF(11, 0));
+    t.lineTo(c + QPointF(-7, 10));
+    t.closeSubpath();
+    p.setPen(Qt::NoPen);
+    p.setBrush(Qt::white);
+    p.drawPath(t);
+}
+
+void drawIconStop(QPainter &p, const QPointF &c)
+{
+    p.setPen(Qt::NoPen);
+    p.setBrush(Qt::white);
+    p.drawRoundedRect(QRectF(c.x() - 9, c.y() - 9, 18, 18), 3, 3);
+}
+
+void drawIconReset(QPainter &p, const QPointF &c)
+{
+    p.setPen(QPen(Qt::white, 3.5, Qt::SolidLine, Qt::RoundCap));
+    p.setBrush(Qt::NoBrush);
+    p.drawArc(QRectF(c.x() - 10, c.y() - 10, 20, 20), 60 * 16, 280 * 16);
+    QPainterPath head;
+    head.moveTo(c + QPointF(4, -15));
+    head.lineTo(c + QPointF(12, -8));
+    head.lineTo(c + QPointF(2, -5));
+    head.closeSubpath();
+    p.setPen(Qt::NoPen);
+    p.setBrush(Qt::white);
+    p.drawPath(head);
+}
+
+void drawIconWarning(QPainter &p, const QPointF &c, const QColor &ink)
+{
+    QPainterPath t;
+    t.moveTo(c + QPointF(0, -12));
+    t.lineTo(c + QPointF(12, 10));
+    t.lineTo(c + QPointF(-12, 10));
+    t.closeSubpath();
+    p.setPen(QPen(Qt::white, 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    p.setBrush(Qt::white);
+    p.drawPath(t);
+    p.setPen(Qt::NoPen);
+    p.setBrush(ink);
+    p.drawRect(QRectF(c.x() - 1.5, c.y() - 5, 3, 9));
+    p.drawRect(QRectF(c.x() - 1.5, c.y() + 6, 3, 2.5));
+}
+
+void drawTabBar(QPainter &p, const QStringList &tabs, int active, const QColor &accent)
+{
+    const QRect bar(0, 424, W, 56);
+    QLinearGradient g(bar.topLeft(), bar.bottomLeft());
+    g.setColorAt(0, QColor(0x10, 0x1b, 0x28));
+    g.setColorAt(1, QColor(0x08, 0x0f, 0x17));
+    p.fillRect(bar, g);
+    p.fillRect(QRect(0, 424, W, 1), QColor(0x2a, 0x3f, 0x57));
+    const int tw = W / tabs.size();
+    for (int i = 0; i < tabs.size(); ++i) {
+        const QRect r(i * tw, 425, i == tabs.size() - 1 ? W - i * tw : tw, 55);
+        if (i == active) {
+            QLinearGradient a(r.topLeft(), r.bottomLeft());
+            a.setColorAt(0, QColor(accent.red(), accent.green(), accent.blue(), 60));
+            a.setColorAt(1, QColor(accent.red(), accent.green(), accent.blue(), 10));
+            p.fillRect(r, a);
+            p.fillRect(QRect(r.left() + 30, 476, r.width() - 60, 4), accent);
+        }
+        if (i > 0)
+            p.fillRect(QRect(r.left(), 436, 1, 32), QColor(0x2a, 0x3f, 0x57));
+        drawTextIn(p, r.adjusted(0, 0, 0, -4), tabs[i], 2,
+                   i == active ? QColor(0xf0, 0xf6, 0xfc) : QColor(0x7d, 0x92, 0xa8));
+    }
+}
+
+QImage drawHome()
+{
+    QImage img(W, H, QImage::Format_RGB32);
+    QPainter p(&img);
+    p.setRenderHint(QPainter::Antialiasing, true);
+
+    QLinearGradient bg(0, 0, 0, H);
+    bg.setColorAt(0, QColor(0x0b, 0x16, 0x22));
+    bg.setColorAt(1, QColor(0x17, 0x28, 0x3c));
+    p.fillRect(img.rect(), bg);
+    QRadialGradient glow(QPointF(620, 140), 420);
+    glow.setColorAt(0, QColor(0x28, 0x6e, 0xaa, 70));
+    glow.setColorAt(1, QColor(0x28, 0x6e, 0xaa, 0));
+    p.fillRect(img.rect(), glow);
+
+    const QColor accent(0x00, 0xb4, 0xd8);
+    drawHeader(p, QStringLiteral("HOME"), accent);
+
+    drawGauge(p, QPointF(150, 172), 0.62, QColor(0x00, 0xc8, 0xf0), QStringLiteral("TEMPERATURE"),
+              QStringLiteral("C"));
+    drawGauge(p, QPointF(400, 172), 0.45, QColor(0x2e, 0xd5, 0x73), QStringLiteral("PRESSURE"),
+              QStringLiteral("BAR"));
+    drawGauge(p, QPointF(650, 172), 0.81, QColor(0xff, 0x9f, 0x1c), QStringLiteral("FLOW"),
+              QStringLiteral("L/MIN"));
+
+    struct Tile {
+        const char *label;
+        QColor color;
+        int icon;
+    };
+    const Tile tiles[4] = {{"START", QColor(0x1e, 0x9e, 0x58), 0},
+                           {"STOP", QColor(0xc0, 0x39, 0x2b), 1},
+                           {"RESET", QColor(0x3b, 0x5b, 0x80), 2},
+                           {"ALARM", QColor(0xd6, 0x8a, 0x0c), 3}};
+    for (int i = 0; i < 4; ++i) {
+        const QRect r(30 + i * 190, 322, 170, 78);
+        drawButton(p, r, tiles[i].color, 12);
+        const QPointF ic(r.left() + 36, r.center().y() + 1);
+        p.setPen(Qt::NoPen);
+        p.setBrush(QColor(0, 0, 0, 50));
+        p.drawEllipse(ic, 21, 21);
+        switch (tiles[i].icon) {
+        case 0: drawIconPlay(p, ic); break;
+        case 1: drawIconStop(p, ic); break;
+        case 2: drawIconReset(p, ic); break;
+        default: drawIconWarning(p, ic, tiles[i].color); break;
+        }
+        drawText(p, r.left() + 66, r.center().y() - 9, QString::fromLatin1(tiles[i].label), 3,
+                 Qt::white);
+    }
+
+    drawTabBar(p, {QStringLiteral("HOME"), QStringLiteral("SETTINGS"), QStringLiteral("TREND")}, 0,
+               accent);
+    return img;
+}
+
+// ---------------------------------------------------------------------------
+// Page 1: settings, a light page with a side menu, sliders, switches, a list box.
+
+void drawCard(QPainter &p, const QRect &r, const QString &title, const QColor &accent)
+{
+    softShadow(p, r, 10, 60);
+    p.setPen(QPen(QColor(0xd0, 0xd8, 0xe1), 1));
+    p.setBrush(Qt::white);
+    p.drawRoundedRect(QRectF(r).adjusted(0.5, 0.5, -0.5, -0.5), 10, 10);
+    p.setPen(Qt::NoPen);
+    p.setBrush(accent);
+    p.drawRoundedRect(QRectF(r.left() + 16, r.top() + 14, 4, 16), 2, 2);
+    drawText(p, r.left() + 28, r.top() + 16, title, 2, QColor(0x3a, 0x4b, 0x5e));
+    p.fillRect(QRect(r.left() + 16, r.top() + 40, r.width() - 32, 1), QColor(0xe3, 0xe8, 0xee));
+}
+
+void drawSliderTrack(QPainter &p, const QRect &track, qreal fraction, const QColor &accent)
+{
+    p.setPen(Qt::NoPen);
+    p.setBrush(QColor(0xd5, 0xdd, 0xe6));
+    p.drawRoundedRect(track, track.height() / 2.0, track.height() / 2.0);
+    QRectF done(track);
+    done.setWidth(track.width() * fraction);
+    QLinearGradient g(done.topLeft(), done.topRight());
+    g.setColorAt(0, shade(accent, 130));
+    g.setColorAt(1, accent);
+    p.setBrush(g);
+    p.drawRoundedRect(done, track.height() / 2.0, track.height() / 2.0);
+    // scale marks under the track
+    for (int i = 0; i <= 10; ++i) {
+        const qreal x = track.left() + track.width() * i / 10.0;
+        p.fillRect(QRectF(x - 0.5, track.bottom() + 8, 1, i % 5 == 0 ? 7 : 4), QColor(0xa9, 0xb6, 0xc4));
+    }
+}
+
+void drawSwitch(QPainter &p, const QPointF &topLeft, bool on, const QColor &accent)
+{
+    const QRectF r(topLeft, QSizeF(62, 30));
+    p.setPen(Qt::NoPen);
+    p.setBrush(on ? accent : QColor(0xc3, 0xcc, 0xd6));
+    p.drawRoundedRect(r, 15, 15);
+    const QPointF knob = on ? QPointF(r.right() - 15, r.center().y()) : QPointF(r.left() + 15, r.center().y());
+    p.setBrush(QColor(0, 0, 0, 40));
+    p.drawEllipse(knob + QPointF(0, 1.5), 12, 12);
+    p.setBrush(Qt::white);
+    p.drawEllipse(knob, 12, 12);
+}
+
+QImage drawSettings()
+{
+    QImage img(W, H, QImage::Format_RGB32);
+    QPainter p(&img);
+    p.setRenderHint(QPainter::Antialiasing, true);
+
+    QLinearGradient bg(0, 0, 0, H);
+    bg.setColorAt(0, QColor(0xee, 0xf2, 0xf6));
+    bg.setColorAt(1, QColor(0xd9, 0xe0, 0xe8));
+    p.fillRect(img.rect(), bg);
+
+    const QColor accent(0x25, 0x86, 0xd9);
+    drawHeader(p, QStringLiteral("SETTINGS"), accent);
+
+    // side menu
+    const QRect side(0, 52, 190, H - 52);
+    QLinearGradient sg(side.topLeft(), side.topRight());
+    sg.setColorAt(0, QColor(0x22, 0x30, 0x3f));
+    sg.setColorAt(1, QColor(0x1c, 0x28, 0x35));
+    p.fillRect(side, sg);
+    const char *items[] = {"DISPLAY", "SOUND", "NETWORK", "SYSTEM", "ABOUT"};
+    for (int i = 0; i < 5; ++i) {
+        const QRect r(0, 68 + i * 58, 190, 50);
+        if (i == 0) {
+            p.fillRect(r, QColor(0x2f, 0x44, 0x5a));
+            p.fillRect(QRect(0, r.top(), 5, r.height()), accent);
+        }
+        p.setPen(QPen(i == 0 ? accent : QColor(0x6d, 0x83, 0x99), 2.5));
+        p.setBrush(Qt::NoBrush);
+        p.drawEllipse(QPointF(32, r.center().y() + 0.5), 8, 8);
+        drawText(p, 54, r.center().y() - 6, QString::fromLatin1(items[i]), 2,
+                 i == 0 ? QColor(0xf2, 0xf6, 0xfa) : QColor(0xa8, 0xb7, 0xc6));
+    }
+    drawText(p, 95, 448, QStringLiteral("V1.00"), 2, QColor(0x5b, 0x6f, 0x84), Align::Center);
+
+    // display card: two sliders with value frames
+    const QColor frameFill(0xf5, 0xf8, 0xfb);
+    const QColor frameBorder(0xb9, 0xc6, 0xd3);
+    drawCard(p, QRect(212, 70, 566, 168), QStringLiteral("DISPLAY"), accent);
+    drawText(p, 236, 128, QStringLiteral("BRIGHTNESS"), 2, QColor(0x55, 0x66, 0x78));
+    drawSliderTrack(p, QRect(236, 152, 400, 10), 0.7, accent);
+    drawField(p, QRect(664, 138, 92, 34), frameFill, frameBorder);
+    drawText(p, 236, 186, QStringLiteral("SLEEP AFTER"), 2, QColor(0x55, 0x66, 0x78));
+    drawSliderTrack(p, QRect(236, 210, 400, 10), 0.35, accent);
+    drawField(p, QRect(664, 196, 92, 34), frameFill, frameBorder);
+
+    // sound card: two switches
+    drawCard(p, QRect(212, 254, 275, 150), QStringLiteral("SOUND"), accent);
+    drawText(p, 236, 312, QStringLiteral("KEY BEEP"), 2, QColor(0x55, 0x66, 0x78));
+    drawSwitch(p, QPointF(402, 304), true, QColor(0x2e, 0xb8, 0x6b));
+    drawText(p, 236, 362, QStringLiteral("ALARM TONE"), 2, QColor(0x55, 0x66, 0x78));
+    drawSwitch(p, QPointF(402, 354), false, QColor(0x2e, 0xb8, 0x6b));
+
+    // serial card: a list box with its drop mark
+    drawCard(p, QRect(503, 254, 275, 150), QStringLiteral("SERIAL PORT"), accent);
+    drawText(p, 527, 306, QStringLiteral("BAUD RATE"), 2, QColor(0x55, 0x66, 0x78));
+    const QRect box(527, 330, 228, 38);
+    drawField(p, box, frameFill, frameBorder);
+    QPainterPath chevron;
+    chevron.moveTo(box.right() - 28, box.center().y() - 3);
+    chevron.lineTo(box.right() - 20, box.center().y() + 5);
+    chevron.lineTo(box.right() - 12, box.center().y() - 3);
+    p.setPen(QPen(QColor(0x5b, 0x6f, 0x84), 2.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    p.setBrush(Qt::NoBrush);
+    p.drawPath(chevron);
+
+    // save / back
+    drawButton(p, QRect(520, 420, 120, 44), accent, 8, 50);
+    drawTextIn(p, QRect(520, 420, 120, 44), QStringLiteral("SAVE"), 2, Qt::white);
+    drawButton(p, QRect(658, 420, 120, 44), QColor(0x7c, 0x8c, 0x9d), 8, 50);
+    drawTextIn(p, QRect(658, 420, 120, 44), QStringLiteral("BACK"), 2, Qt::white);
+    return img;
+}
+
+// ---------------------------------------------------------------------------
+// Page 2: trend, a chart area with grid, axis labels, a target band and limits.
+
+QImage drawTrend()
+{
+    QImage img(W, H, QImage::Format_RGB32);
+    QPainter p(&img);
+    p.setRenderHint(QPainter::Antialiasing, true);
+
+    QLinearGradient bg(0, 0, 0, H);
+    bg.setColorAt(0, QColor(0x0e, 0x15, 0x1d));
+    bg.setColorAt(1, QColor(0x15, 0x1f, 0x2a));
+    p.fillRect(img.rect(), bg);
+
+    const QColor accent(0x9b, 0x59, 0xd6);
+    drawHeader(p, QStringLiteral("TREND"), accent);
+
+    const QRect chart(70, 74, 684, 300); // 12 x 5 divisions of 57 x 60
+    softShadow(p, chart, 6, 90);
+    QLinearGradient cg(chart.topLeft(), chart.bottomLeft());
+    cg.setColorAt(0, QColor(0x0a, 0x11, 0x18));
+    cg.setColorAt(1, QColor(0x0d, 0x16, 0x20));
+    p.setPen(Qt::NoPen);
+    p.setBrush(cg);
+    p.drawRect(chart);
+
+    auto yOf = [&](qreal v) { return chart.bottom() + 1 - chart.height() * v / 100.0; };
+    auto xOf = [&](qreal i) { return chart.left() + chart.width() * i / 12.0; };
+
+    // target band 40..60
+    p.fillRect(QRectF(chart.left(), yOf(60), chart.width(), yOf(40) - yOf(60)), QColor(0x2e, 0xcc, 0x71, 28));
+
+    // grid
+    p.setRenderHint(QPainter::Antialiasing, false);
+    for (int i = 1; i < 12; ++i)
+        p.fillRect(QRectF(xOf(i), chart.top(), 1, chart.height()), QColor(0x1e, 0x2c, 0x3b));
+    for (int v = 20; v < 100; v += 20)
+        p.fillRect(QRectF(chart.left(), yOf(v), chart.width(), 1), QColor(0x1e, 0x2c, 0x3b));
+    p.setRenderHint(QPainter::Antialiasing, true);
+
+    // limit lines
+    QPen hi(QColor(0xe7, 0x4c, 0x3c), 1.5, Qt::DashLine);
+    p.setPen(hi);
+    p.drawLine(QPointF(chart.left(), yOf(85)), QPointF(chart.right(), yOf(85)));
+    QPen lo(QColor(0xf3, 0x9c, 0x12), 1.5, Qt::DashLine);
+    p.setPen(lo);
+    p.drawLine(QPointF(chart.left(), yOf(15)), QPointF(chart.right(), yOf(15)));
+    drawText(p, chart.right() - 6, int(yOf(85)) - 14, QStringLiteral("HI"), 2, QColor(0xe7, 0x4c, 0x3c),
+             Align::Right);
+    drawText(p, chart.right() - 6, int(yOf(15)) + 5, QStringLiteral("LO"), 2, QColor(0xf3, 0x9c, 0x12),
+             Align::Right);
+
+    // frame
+    p.setPen(QPen(QColor(0x34, 0x4a, 0x61), 1.5));
+    p.setBrush(Qt::NoBrush);
+    p.drawRect(QRectF(chart).adjusted(0.5, 0.5, -0.5, -0.5));
+
+    // axis labels
+    const QColor axis(0x8a, 0x9d, 0xb1);
+    for (int v = 0; v <= 100; v += 20)
+        drawText(p, chart.left() - 8, int(yOf(v)) - 7, QString::number(v), 2, axis, Align::Right);
+    for (int h = 0; h <= 24; h += 4) {
+        const int x = int(xOf(h / 2));
+        p.fillRect(QRect(x, chart.bottom() + 1, 1, 6), axis);
+        drawText(p, x + 1, chart.bottom() + 11, QStringLiteral("%1:00").arg(h, 2, 10, QLatin1Char('0')), 2, axis,
+                 Align::Center);
+    }
+
+    // legend and paging buttons
+    struct Entry {
+        const char *label;
+        QColor color;
+    };
+    const Entry legend[3] = {{"TEMP", QColor(0x00, 0xc8, 0xf0)},
+                             {"HUMIDITY", QColor(0x2e, 0xd5, 0x73)},
+                             {"SETPOINT", QColor(0xff, 0x9f, 0x1c)}};
+    int x = 70;
+    for (const Entry &e : legend) {
+        p.setPen(Qt::NoPen);
+        p.setBrush(e.color);
+        p.drawRoundedRect(QRectF(x, 432, 26, 6), 3, 3);
+        drawText(p, x + 36, 428, QString::fromLatin1(e.label), 2, QColor(0xc9, 0xd6, 0xe3));
+        x += 36 + textWidth(QString::fromLatin1(e.label), 2) + 40;
+    }
+    drawButton(p, QRect(584, 414, 76, 44), QColor(0x34, 0x49, 0x5e), 8);
+    drawTextIn(p, QRect(584, 414, 76, 44), QStringLiteral("<"), 3, Qt::white);
+    drawButton(p, QRect(678, 414, 76, 44), QColor(0x34, 0x49, 0x5e), 8);
+    drawTextIn(p, QRect(678, 414, 76, 44), QStringLiteral(">"), 3, Qt::white);
+    return img;
+}
+
+// ---------------------------------------------------------------------------
+// Writing.
+
+QByteArray encodeImage(const QImage &img, const char *format, int quality)
+{
+    QByteArray bytes;
+    QBuffer buf(&bytes);
+    buf.open(QIODevice::WriteOnly);
+    if (!img.save(&buf, format, quality))
+        return QByteArray();
+    return bytes;
+}
+
+bool writeFile(const QString &path, const QByteArray &bytes)
+{
+    QString error;
+    if (!TextFiles::writeAtomically(path, bytes, &error)) {
+        std::fprintf(stderr, "vantile-make-demo: cannot write %s: %s\n", qPrintable(path), qPrintable(error));
+        return false;
+    }
+    return true;
+}
+
+struct PicturePage {
+    const char *file;   // four digits, "_", a name
+    const char *name;   // shown in the page table
+    QImage (*draw)();
+    const char *format;
+    int quality;        // PNG: 0 is the strongest compression
+};
+
+const PicturePage kPictures[] = {
+    {"0000_home.png", "Home", drawHome, "PNG", 0},
+    {"0001_settings.png", "Settings", drawSettings, "PNG", 0},
+    {"0002_trend.jpg", "Trend", drawTrend, "JPEG", 90},
+};
+
+const char *const kFolders[] = {"Picture", "FontBin", "Gif",   "Icon",         "Music",
+                                "Plugin",  "Video",   "WavBin", "MultiLanguage"};
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication app(argc, argv);
+    const QStringList args = app.arguments();
+    if (args.size() != 2 || args[1].startsWith(QLatin1Char('-'))) {
+        std::fprintf(stderr, "usage: vantile-make-demo <directory>\n"
+                             "Writes the demo project (demo.uiprj, demo.ini, folders, pictures).\n");
+        return 2;
+    }
+    QDir dir(args[1]);
+    if (!dir.mkpath(QStringLiteral("."))) {
+        std::fprintf(stderr, "vantile-make-demo: cannot make %s\n", qPrintable(args[1]));
+        return 1;
+    }
+    for (const char *f : kFolders) {
+        if (!dir.mkpath(QString::fromLatin1(f))) {
+            std::fprintf(stderr, "vantile-make-demo: cannot make %s/%s\n", qPrintable(args[1]), f);
+            return 1;
+        }
+    }
+
+    // pictures and their page lines
+    QStringList lines;
+    int row = 0;
+    for (const PicturePage &pp : kPictures) {
+        const QImage img = pp.draw();
+        const QByteArray bytes = encodeImage(img, pp.format, pp.quality);
+        if (bytes.isEmpty()) {
+            std::fprintf(stderr, "vantile-make-demo: cannot encode %s as %s\n", pp.file, pp.format);
+            return 1;
+        }
+        if (!writeFile(dir.filePath(QStringLiteral("Picture/") + QString::fromLatin1(pp.file)), bytes))
+            return 1;
+        PageInfo info;
+        info.isColor = false;
+        info.image = QString::fromLatin1(pp.file);
+        info.name = QString::fromLatin1(pp.name);
+        info.color = QLatin1String(PageList::kBlackColor);
+        lines << info.toLine(row++);
+    }
+
+    // one plain-colour page
+    {
+        PageInfo info;
+        info.isColor = true;
+        info.color = PageList::rgbColorText(18, 30, 44);
+        info.background = info.color;
+        info.name = QStringLiteral("Standby");
+        lines << info.toLine(row++);
+    }
+
+    if (!writeFile(dir.filePath(QStringLiteral("demo.uiprj")), TextFiles::encodePlain(lines)))
+        return 1;
+
+    // an empty page file for each page: the byte order mark alone
+    for (int i = 0; i < lines.size(); ++i) {
+        const QString cfg = QStringLiteral("Plugin/Page") + PageList::pageId(i) + QStringLiteral(".cfg");
+        if (!writeFile(dir.filePath(cfg), QByteArray("\xEF\xBB\xBF")))
+            return 1;
+    }
+
+    // settings: a 800 x 480 panel on chip index 3
+    ProjectSettings s;
+    s.applyChip(3);
+    s.xsize = QStringLiteral("800");
+    s.ysize = QStringLiteral("480");
+    s.baudrate = 4;  // 115200
+    s.devNum = QStringLiteral("1");
+    s.flashSize = 3; // 16MB
+    s.blon = QStringLiteral("63");
+    s.blsp = QStringLiteral("10");
+    s.kptm = QStringLiteral("30");
+    s.volume = QStringLiteral("10");
+    s.keyBeep = true;
+    s.startPage = 0;
+    s.languageNum = QStringLiteral("1");
+    s.geData = QStringLiteral("0");
+    s.compileDateTime = QDateTime(QDate(2025, 1, 1), QTime(8, 0, 0));
+    if (!writeFile(dir.filePath(QStringLiteral("demo.ini")), s.toIni()))
+        return 1;
+
+    // git keeps no empty folders: a marker in each folder left empty
+    for (const char *f : kFolders) {
+        QDir sub(dir.filePath(QString::fromLatin1(f)));
+        const QStringList entries = sub.entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden);
+        if (entries.isEmpty() && !writeFile(sub.filePath(QStringLiteral(".gitkeep")), QByteArray()))
+            return 1;
+    }
+
+    std::printf("demo project written to %s (%d pages)\n", qPrintable(QDir::cleanPath(dir.absolutePath())),
+                int(lines.size()));
+    return 0;
+}

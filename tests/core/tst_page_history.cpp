@@ -1,0 +1,218 @@
+// Page attributes ("Page:" line) and the step-file history: the ring of 50,
+// undo / redo order, the equality check, backup.txt, recovery lookups,
+// the removal of old steps and the rotating backups.
+
+#include "project/PageAttributes.h"
+#include "project/PageHistory.h"
+#include "project/TextFiles.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <QtTest>
+
+using namespace vantile;
+
+namespace {
+
+QByteArray readAll(const QString &path)
+{
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+void writeRaw(const QString &path, const QByteArray &bytes)
+{
+    QFile f(path);
+    QVERIFY(f.open(QIODevice::WriteOnly));
+    f.write(bytes);
+}
+
+QStringList state(int n)
+{
+    return {QStringLiteral("button_0:%1,0,10,10;").arg(n)};
+}
+
+const quint32 kPlainKey = 0x5E21B7C4u;
+
+} // namespace
+
+class TestPageHistory : public QObject
+{
+    Q_OBJECT
+
+    QTemporaryDir *m_dir = nullptr;
+    PageHistory m_history;
+    QString root() const { return m_dir->path() + QLatin1Char('/'); }
+
+private slots:
+    void init()
+    {
+        m_dir = new QTemporaryDir;
+        QDir(m_dir->path()).mkpath(QStringLiteral("Plugin"));
+        m_history.reset(root(), kPlainKey);
+    }
+    void cleanup()
+    {
+        delete m_dir;
+        m_dir = nullptr;
+    }
+
+    void pageLineWrittenAsDescribed()
+    {
+        PageAttributes p;
+        p.name = QStringLiteral("Home");
+        p.pageImage = QStringLiteral("0000_a.png");
+        p.leftPage = QStringLiteral("Page0001");
+        p.leftReturn = 0x1A;
+        p.bottomReturn = 0xFFFF;
+        p.slideEffect = QStringLiteral("Enable");
+        p.slideAreaTop = 20;
+        p.slideAreaBottom = 460;
+        QCOMPARE(p.toLine(), QStringLiteral("Page:Page0001,0x001A,,0x0000,,0x0000,,0xFFFF,0000_a.png;"
+                                            "RGBColor(0,0,0);Home;Enable;20;460;Disable;"));
+        PageAttributes back;
+        back.parse(p.toLine());
+        QCOMPARE(back.toLine(), p.toLine());
+    }
+
+    void pageLineReadTolerantly()
+    {
+        PageAttributes p;
+        p.name = QStringLiteral("kept");
+        p.pageColor = QStringLiteral("RGBColor(1,2,3)");
+        // a short line: what is missing keeps its value; hex without "x" is 0
+        p.parse(QStringLiteral("Page:Page0002,1A,Page0003,0x00ff"));
+        QCOMPARE(p.leftPage, QStringLiteral("Page0002"));
+        QCOMPARE(p.leftReturn, quint16(0));
+        QCOMPARE(p.rightPage, QStringLiteral("Page0003"));
+        QCOMPARE(p.rightReturn, quint16(0xFF));
+        QCOMPARE(p.name, QStringLiteral("kept"));
+        QCOMPARE(p.pageColor, QStringLiteral("RGBColor(1,2,3)"));
+        // empty text fields keep their value; a ";" ends a field before pageImage too
+        PageAttributes q;
+        q.name = QStringLiteral("kept");
+        q.parse(QStringLiteral("Page:;"));
+        QCOMPARE(q.leftPage, QString());
+        QCOMPARE(q.name, QStringLiteral("kept"));
+        // bounds read by their digits only
+        PageAttributes r;
+        r.parse(QStringLiteral("Page:,0x0,,0x0,,0x0,,0x0,;RGBColor(9,9,9);n;Enable;-5;4x2;Enable;"));
+        QCOMPARE(r.slideAreaTop, 5);
+        QCOMPARE(r.slideAreaBottom, 42);
+        QCOMPARE(r.reportToHost, QStringLiteral("Enable"));
+        QCOMPARE(r.pageColor, QStringLiteral("RGBColor(9,9,9)"));
+        // not a page line: nothing changes
+        PageAttributes s;
+        s.parse(QStringLiteral("button_0:1,2;"));
+        QCOMPARE(s.toLine(), PageAttributes().toLine());
+    }
+
+    void ringOfFiftyAndUndoOrder()
+    {
+        for (int n = 1; n <= 51; ++n)
+            QVERIFY(m_history.takeStep(0, state(n)));
+        // 51 steps: step 1 was overwritten by the newest
+        QCOMPARE(m_history.step(0), 1);
+        QCOMPARE(m_history.highestStep(0), 50);
+        QCOMPARE(TextFiles::readLines(m_history.stepPath(0, 1)), state(51));
+        QCOMPARE(TextFiles::readLines(m_history.stepPath(0, 2)), state(2));
+        QCOMPARE(TextFiles::readLines(m_history.stepPath(0, 50)), state(50));
+        // undo: 1 -> 0 (the .cfg) -> 50
+        QCOMPARE(m_history.undo(0), m_history.cfgPath(0));
+        QCOMPARE(m_history.step(0), 0);
+        QCOMPARE(m_history.undo(0), m_history.stepPath(0, 50));
+        QCOMPARE(m_history.step(0), 50);
+        // redo at the highest step goes round to the .cfg
+        QCOMPARE(m_history.redo(0), m_history.cfgPath(0));
+        QCOMPARE(m_history.redo(0), m_history.stepPath(0, 1));
+    }
+
+    void undoWithoutStepsReloadsCfg()
+    {
+        QCOMPARE(m_history.undo(3), m_history.cfgPath(3));
+        QCOMPARE(m_history.step(3), 0);
+        QCOMPARE(m_history.redo(3), m_history.cfgPath(3));
+        QCOMPARE(m_history.currentFile(3), m_history.cfgPath(3));
+    }
+
+    void equalStepIsNotWrittenAgain()
+    {
+        // plain files carry a byte order mark, so the check never spares a step
+        QVERIFY(m_history.takeStep(0, state(1)));
+        QVERIFY(m_history.takeStep(0, state(1)));
+        QCOMPARE(m_history.step(0), 2);
+        // a predecessor without a mark and the same text after normalising: spared
+        writeRaw(m_history.stepPath(0, 2), "button_0:1,0,10,10;   \n");
+        QVERIFY(m_history.takeStep(0, {QStringLiteral("  button_0:1,0,10,10;")}));
+        QCOMPARE(m_history.step(0), 2);
+        QVERIFY(!QFile::exists(m_history.stepPath(0, 3)));
+        // backup.txt names the step that was not written: accepted
+        QVERIFY(readAll(m_history.backupFile()).contains("Page0000.cfb3"));
+        QVERIFY(!PageHistory::sameContent(m_history.stepPath(0, 2), {QStringLiteral("button_0:名,0;")}));
+    }
+
+    void backupEntriesOnePerPage()
+    {
+        QVERIFY(m_history.takeStep(0, state(1)));
+        QVERIFY(m_history.takeStep(2, state(1)));
+        QVERIFY(m_history.takeStep(0, state(2)));
+        const QStringList lines = QString::fromUtf8(readAll(m_history.backupFile())).split(QLatin1Char('\n'),
+                                                                                           Qt::SkipEmptyParts);
+        QCOMPARE(lines, QStringList({m_history.stepPath(0, 2), m_history.stepPath(2, 1)}));
+        QCOMPARE(m_history.recoveredPath(0), m_history.stepPath(0, 2));
+        QCOMPARE(m_history.recoveredPath(2), m_history.stepPath(2, 1));
+        QCOMPARE(m_history.recoveredPath(1), QString());
+    }
+
+    void currentFileFallsBackWhenStepIsGone()
+    {
+        QVERIFY(m_history.takeStep(1, state(1)));
+        QVERIFY(m_history.takeStep(1, state(2)));
+        QCOMPARE(m_history.currentFile(1), m_history.stepPath(1, 2));
+        QFile::remove(m_history.stepPath(1, 2));
+        QCOMPARE(m_history.currentFile(1), m_history.cfgPath(1));
+    }
+
+    void deleteStepFilesKeepsPageFiles()
+    {
+        QVERIFY(m_history.takeStep(0, state(1)));
+        QVERIFY(m_history.takeStep(12, state(1)));
+        writeRaw(m_history.cfgPath(0), "x");
+        writeRaw(root() + QStringLiteral("Plugin/LastPage.txt"), "0");
+        m_history.deleteStepFiles();
+        QVERIFY(!QFile::exists(m_history.stepPath(0, 1)));
+        QVERIFY(!QFile::exists(m_history.stepPath(12, 1)));
+        QVERIFY(QFile::exists(m_history.cfgPath(0)));
+        QVERIFY(QFile::exists(root() + QStringLiteral("Plugin/LastPage.txt")));
+    }
+
+    void rotatingBackups()
+    {
+        const QString cfg = m_history.cfgPath(0);
+        QVERIFY(TextFiles::writeAtomically(cfg, TextFiles::encodePlain(state(1))));
+        m_history.rotateBackups(1);
+        QVERIFY(QFile::exists(cfg + QStringLiteral(".bak1")));
+        QVERIFY(!QFile::exists(cfg + QStringLiteral(".bak")));
+        QVERIFY(TextFiles::writeAtomically(cfg, TextFiles::encodePlain(state(2))));
+        m_history.rotateBackups(1);
+        QCOMPARE(TextFiles::readLines(cfg + QStringLiteral(".bak")), state(2));
+        // both exist: the older one is overwritten
+        QFile bak(cfg + QStringLiteral(".bak"));
+        QVERIFY(bak.open(QIODevice::ReadWrite));
+        QVERIFY(bak.setFileTime(QDateTime::currentDateTime().addDays(-2), QFileDevice::FileModificationTime));
+        bak.close();
+        QVERIFY(TextFiles::writeAtomically(cfg, TextFiles::encodePlain(state(3))));
+        m_history.rotateBackups(1);
+        QCOMPARE(TextFiles::readLines(cfg + QStringLiteral(".bak")), state(3));
+        QCOMPARE(TextFiles::readLines(cfg + QStringLiteral(".bak1")), state(1));
+        // an empty page makes no backup
+        QVERIFY(TextFiles::writeAtomically(m_history.cfgPath(1), TextFiles::encodePlain({})));
+        m_history.rotateBackups(2);
+        QVERIFY(!QFile::exists(m_history.cfgPath(1) + QStringLiteral(".bak1")));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestPageHistory)
+#include "tst_page_history.moc"

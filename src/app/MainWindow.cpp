@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QContextMenuEvent>
 #include <QFile>
 #include <QFrame>
 #include <QHeaderView>
@@ -61,6 +62,7 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent)
     setTableHeaders();
     label_Show->installEventFilter(this);
     tableView_Page->installEventFilter(this);
+    tableView_Page->viewport()->installEventFilter(this);
     scrollArea->installEventFilter(this);
     label_Show->setFocusPolicy(Qt::StrongFocus);
 
@@ -310,13 +312,6 @@ void MainWindow::Background_mask_Close()
 
 // --- timers ----------------------------------------------------------------
 
-void MainWindow::Auto_save()
-{
-    if (m_currentPageRow < 0 || m_autoSaveIndex != 1)
-        return;
-    // Taking the step itself belongs to the page history.
-}
-
 void MainWindow::Timer2_Out_Event()
 {
     m_timer2->stop();
@@ -330,6 +325,14 @@ void MainWindow::Timer2_Out_Event()
 
 bool MainWindow::eventFilter(QObject *watched, QEvent *event)
 {
+    if (event->type() == QEvent::ContextMenu
+        && (watched == tableView_Page || watched == tableView_Page->viewport())) {
+        auto *e = static_cast<QContextMenuEvent *>(event);
+        const QPoint viewportPos = watched == tableView_Page ? tableView_Page->viewport()->mapFrom(tableView_Page, e->pos())
+                                                             : e->pos();
+        pageContextMenu(viewportPos, e->globalPos());
+        return true;
+    }
     return QMainWindow::eventFilter(watched, event);
 }
 

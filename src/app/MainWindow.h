@@ -3,6 +3,8 @@
 // and the open project's three stores (page lines, page list, settings).
 
 #include "project/EditorConfig.h"
+#include "project/PageAttributes.h"
+#include "project/PageHistory.h"
 #include "project/PageList.h"
 #include "project/ProjectSettings.h"
 
@@ -62,6 +64,18 @@ public:
     QSize canvasSize() const { return m_canvasSize; }
     int icType() const { return m_icType; }
     QTextEdit *logView() const { return textEdit; }
+    const PageAttributes &pageAttributes() const { return m_pageAttr; }
+    PageHistory &history() { return m_history; }
+    bool recoveryMode() const { return m_recoveryMode; }
+    int pageDirty() const { return m_pageDirty; }
+    void setPageDirty(int dirty) { m_pageDirty = dirty; }
+    // The page table's menu for a row (entries carry their what's-this
+    // names), and running one entry by that name.
+    QMenu *buildPageMenu(int row);
+    void runPageMenuEntry(const QString &whatsThis);
+    // Rebuilds the "Page:" line from the attributes, then the page list line.
+    void updatePageLine();
+    PageAttributes &editPageAttributes() { return m_pageAttr; }
 
 public slots:
     // File menu
@@ -79,6 +93,15 @@ public slots:
     void on_actionAutoSaveClose_triggered();
     // Pages
     void on_tableView_Page_clicked(const QModelIndex &index);
+    void on_tableView_Page_doubleClicked(const QModelIndex &index);
+    void on_actionSave_current_pgae_triggered();
+    void on_actionLoad_default_cfg_triggered();
+    void on_actionLastPageDesign_triggered();
+    void on_actionLoad_next_cfb_triggered();
+    void NewPage();
+    void ClonePage();
+    void CleanPage();
+    void DeletePage();
 
     // From the dialogs
     void statusBar_Switch_Language();
@@ -120,6 +143,18 @@ private:
     QImage buildBackground(const PageInfo &page);
     void showBackground();
     void showPage(int row);
+    void switchPage(int row);
+    void loadPage(const QString &path);
+    void loadStep(const QString &path);
+    QString pageFileToLoad(int row) const;
+    void resetPageAttributes();
+    void rebuildPageInfoLine();
+    void setPageNameCell(int row, const QString &name);
+    void clearLiveWidgets();
+    bool takeStep(int row);
+    void appendPageRow(int row, const QString &name);
+    void blankCurrentPage();
+    void pageContextMenu(const QPoint &viewportPos, const QPoint &globalPos);
     QString pageFilePath(int row) const;
     bool writePageList();
     QStringList readPageFile(const QString &path); // either form, records glued
@@ -150,6 +185,9 @@ private:
     QSize m_canvasSize;
     QImage m_pageImage; // background at panel size
     PageInfo m_currentPage;
+    PageAttributes m_pageAttr;
+    PageHistory m_history;
+    bool m_recoveryMode = false;
 
     QStringList m_pageInfoList;
     QStringList m_currentPageLines;

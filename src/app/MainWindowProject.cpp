@@ -67,6 +67,7 @@ bool MainWindow::askSaveBeforeLeaving()
 
 void MainWindow::resetEditingState()
 {
+    m_history.reset(m_projectDir, m_supplierKey);
     select_frame->hide();
     Paste_area->hide();
     m_currentPageLines.clear();
@@ -100,116 +101,6 @@ void MainWindow::fillSPageCombo()
     m_dialogProjectSetting->setPageItems(items);
 }
 
-void MainWindow::fillWidgetTable()
-{
-    if (!m_wdgModel)
-        return;
-    m_wdgModel->removeRows(0, m_wdgModel->rowCount());
-    if (!projectOpen())
-        return;
-    m_wdgModel->appendRow({new QStandardItem(QStringLiteral("Page")), new QStandardItem(m_currentPage.name)});
-    for (const QString &line : m_currentPageLines) {
-        if (line.startsWith(QLatin1String("Page:")))
-            continue;
-        const int colon = line.indexOf(QLatin1Char(':'));
-        if (colon <= 0)
-            continue;
-        m_wdgModel->appendRow({new QStandardItem(line.left(colon)), new QStandardItem(QString())});
-    }
-    tableView_Wdg->setColumnWidth(0, m_wdgColumnWidth[0]);
-}
-
-// --- the background ------------------------------------------------------------
-
-QImage MainWindow::buildBackground(const PageInfo &page)
-{
-    QSize size = m_canvasSize;
-    if (size.width() <= 0 || size.height() <= 0)
-        size = QSize(800, 480);
-    if (!page.image.isEmpty()) {
-        const QString path = m_projectDir + QStringLiteral("Picture/") + page.image;
-        QImage img(path);
-        if (!img.isNull())
-            return img.convertToFormat(QImage::Format_ARGB32_Premultiplied);
-        log(QStringLiteral("Open fail:") + path);
-        QImage black(size, QImage::Format_ARGB32_Premultiplied);
-        black.fill(Qt::black);
-        return black;
-    }
-    const PageList::Rgb c = PageList::parseRgbColor(page.background);
-    QImage plain(size, QImage::Format_ARGB32_Premultiplied);
-    plain.fill(QColor(c.r, c.g, c.b));
-    return plain;
-}
-
-void MainWindow::showBackground()
-{
-    const int w = int(m_pageImage.width() * m_zoomFactor);
-    const int h = int(m_pageImage.height() * m_zoomFactor);
-    const QImage scaled = m_pageImage.scaled(w, h, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    label_Show->setPixmap(QPixmap::fromImage(scaled));
-    label_Show->adjustSize();
-}
-
-void MainWindow::showPage(int row)
-{
-    if (row < 0 || row >= m_pageInfoList.size())
-        return;
-    m_currentPageRow = row;
-    m_currentPage = PageInfo::parse(m_pageInfoList[row]);
-    m_pageImage = buildBackground(m_currentPage);
-    const QString cfg = pageFilePath(row);
-    log(QStringLiteral("cfg name: ") + cfg);
-    log(QStringLiteral("Page W,H: ") + QString::number(m_pageImage.width()) + QLatin1Char(',')
-        + QString::number(m_pageImage.height()));
-    showBackground();
-    m_currentPageLines = readPageFile(cfg);
-    tableView_Page->selectRow(row);
-    fillWidgetTable();
-}
-
-QStringList MainWindow::readPageFile(const QString &path)
-{
-    const SealedFile::Class cls = SealedFile::classify(path, m_supplierKey);
-    log(QStringLiteral("cfg crc_ok = ") + QString::number(int(cls)));
-    if (cls == SealedFile::Illegal) {
-        Prompts::message(this, QStringLiteral("Warning"), QStringLiteral("This is illegal uiprj"));
-        return {};
-    }
-    bool ok = false;
-    const QStringList lines =
-        SealedFile::readLines(path, m_supplierKey, nullptr, &ok, [this](const QString &l) { log(l); });
-    if (!ok)
-        log(QStringLiteral("Can't open this file: ") + path);
-    return cls == SealedFile::Sealed ? lines : TextFiles::glueRecords(lines);
-}
-
-bool MainWindow::writeLinesTo(const QString &path, const QStringList &lines)
-{
-    if (!SealedFile::writeLines(path, lines, m_supplierKey, [this](const QString &l) { log(l); })) {
-        Prompts::message(this, QStringLiteral("Message"), QStringLiteral("Fail to open this file"));
-        log(QStringLiteral("Fail to open this file"));
-        return false;
-    }
-    return true;
-}
-
-void MainWindow::on_tableView_Page_clicked(const QModelIndex &index)
-{
-    if (!projectOpen() || !index.isValid())
-        return;
-    const int row = index.row();
-    log(QStringLiteral("Page_View_ID: ") + QString::number(m_currentPageRow) + QStringLiteral(", row: ")
-        + QString::number(row));
-    if (row != m_currentPageRow) {
-        log(QStringLiteral("New Page page_id_str: ") + PageList::pageId(row));
-        showPage(row);
-    }
-    label_Show->setFocus();
-    TextFiles::writeAtomically(m_projectDir + QStringLiteral("Plugin/LastPage.txt"),
-                               QByteArray::number(row));
-}
-
 // --- writing -------------------------------------------------------------------
 
 bool MainWindow::writePageList()
@@ -238,9 +129,20 @@ void MainWindow::on_actionSave_All_triggered()
     if (!projectOpen())
         return;
     for (int row = 0; row < m_pageInfoList.size(); ++row) {
-        if (row != m_currentPageRow)
-            continue; // other pages change only through their history steps
-        writeLinesTo(pageFilePath(row), m_currentPageLines);
+        if (row == m_currentPageRow) {
+            writeLinesTo(pageFilePath(row), m_currentPageLines);
+            continue;
+        }
+        // Other pages fold their current step into the .cfg.
+        const int k = m_history.step(row);
+        if (k == 0)
+            continue;
+        const QString stepFile = m_history.stepPath(row, k);
+        if (!QFile::exists(stepFile)) {
+            log(QStringLiteral("Page") + PageList::pageId(row) + QStringLiteral(".cfb isn't exists"));
+            continue;
+        }
+        writeLinesTo(pageFilePath(row), SealedFile::readLines(stepFile, m_supplierKey));
     }
     writePageList();
     writeSettings();
@@ -285,6 +187,7 @@ void MainWindow::New_Projectsetting()
         return;
     m_newProjectPending = false;
     m_dialogProjectSetting->setNewProjectMode(false);
+    m_recoveryMode = false;
 
     const QString path = m_newProjectPath;
     if (projectOpen()) {
@@ -419,13 +322,21 @@ bool MainWindow::openProjectFile(const QString &pathIn)
             QFile::remove(oldBackup);
     }
     const QString dir = withSlash(QFileInfo(path).absolutePath());
-    if (!QFile::exists(dir + QStringLiteral("backup.txt")))
+    m_recoveryMode = false;
+    if (QFile::exists(dir + QStringLiteral("backup.txt"))) {
+        // backup.txt outlives a session only when it did not end normally
+        m_recoveryMode = Prompts::question(this, QStringLiteral("Message"),
+                                           QStringLiteral("Last abnormal exit, need to restore the last state?    "),
+                                           {QMessageBox::Yes, QMessageBox::No})
+                         == QMessageBox::Yes;
+    } else {
         createEmptyFile(dir + QStringLiteral("backup.txt"));
+    }
 
-    resetEditingState();
     m_pageInfoList = lines;
     m_uiprjPath = path;
     m_projectDir = dir;
+    resetEditingState();
     setWindowTitle(QLatin1String(kTitle) + QStringLiteral("   uiprj name: ") + path);
     log(QStringLiteral("Load uiprj .... page number is ") + QString::number(m_pageInfoList.size()));
 
@@ -451,7 +362,16 @@ bool MainWindow::openProjectFile(const QString &pathIn)
     if (!QDir(m_projectDir).exists(QStringLiteral("MultiLanguage")))
         QDir(m_projectDir).mkdir(QStringLiteral("MultiLanguage"));
     m_languageCount = qMax(1, m_settings.languageNum.toInt());
-    showPage(0);
+    m_history.rotateBackups(m_pageInfoList.size(), [this](const QString &l) { log(l); });
+    int startRow = 0;
+    if (m_recoveryMode) {
+        startRow = TextFiles::readLines(m_projectDir + QStringLiteral("Plugin/LastPage.txt")).value(0).trimmed().toInt();
+        if (startRow < 0 || startRow >= m_pageInfoList.size())
+            startRow = 0;
+    } else {
+        m_history.deleteStepFiles();
+    }
+    showPage(startRow);
     AppPaths::writeOneLine(AppPaths::uiprjPathFile(), m_projectDir);
     statusBar_Switch_Language();
     return true;

@@ -633,5 +633,29 @@
         <source>toolBar</source>
         <translation>工具栏</translation>
     </message>
+    <message>
+        <source>New page</source>
+        <translation>新建页面</translation>
+    </message>
+    <message>
+        <source>Clone page</source>
+        <translation>克隆页面</translation>
+    </message>
+    <message>
+        <source>Clean page</source>
+        <translation>清空页面</translation>
+    </message>
+    <message>
+        <source>Delete page</source>
+        <translation>删除页面</translation>
+    </message>
+    <message>
+        <source>Do you want to clean the page?</source>
+        <translation>确定要清空此页面吗？</translation>
+    </message>
+    <message>
+        <source>Do you want to delete the page?</source>
+        <translation>确定要删除此页面吗？</translation>
+    </message>
 </context>
 </TS>

@@ -633,5 +633,29 @@
         <source>toolBar</source>
         <translation>toolBar</translation>
     </message>
+    <message>
+        <source>New page</source>
+        <translation>New page</translation>
+    </message>
+    <message>
+        <source>Clone page</source>
+        <translation>Clone page</translation>
+    </message>
+    <message>
+        <source>Clean page</source>
+        <translation>Clean page</translation>
+    </message>
+    <message>
+        <source>Delete page</source>
+        <translation>Delete page</translation>
+    </message>
+    <message>
+        <source>Do you want to clean the page?</source>
+        <translation>Do you want to clean the page?</translation>
+    </message>
+    <message>
+        <source>Do you want to delete the page?</source>
+        <translation>Do you want to delete the page?</translation>
+    </message>
 </context>
 </TS>

@@ -60,6 +60,7 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent)
     tableView_Wdg->setColumnWidth(0, m_wdgColumnWidth[0]);
     tableView_Para->setColumnWidth(0, m_paraColumnWidth[0]);
     setTableHeaders();
+    setupParaTable();
     label_Show->installEventFilter(this);
     tableView_Page->installEventFilter(this);
     tableView_Page->viewport()->installEventFilter(this);
@@ -213,6 +214,7 @@ bool MainWindow::switchLanguage(int index)
     statusBar_Switch_Language();
     m_dialogProjectSetting->retranslate();
     fillWidgetTable();
+    fillPageRows();
     return true;
 }
 

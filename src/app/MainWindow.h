@@ -8,6 +8,7 @@
 #include "project/PageList.h"
 #include "project/ProjectSettings.h"
 
+#include <QAbstractItemDelegate>
 #include <QAction>
 #include <QHash>
 #include <QImage>
@@ -102,6 +103,8 @@ public slots:
     void ClonePage();
     void CleanPage();
     void DeletePage();
+    void on_tableView_Para_doubleClicked(const QModelIndex &index);
+    void Para_TabelView_Edit_End(QWidget *editor, QAbstractItemDelegate::EndEditHint hint);
 
     // From the dialogs
     void statusBar_Switch_Language();
@@ -155,6 +158,11 @@ private:
     void appendPageRow(int row, const QString &name);
     void blankCurrentPage();
     void pageContextMenu(const QPoint &viewportPos, const QPoint &globalPos);
+    // parameter table (MainWindowPara.cpp)
+    void setupParaTable();
+    void fillPageRows();
+    QStringList paraValues() const;
+    void applyPageRows();
     QString pageFilePath(int row) const;
     bool writePageList();
     QStringList readPageFile(const QString &path); // either form, records glued

@@ -143,6 +143,7 @@ void MainWindow::loadPage(const QString &path)
         if (PageAttributes::isPageLine(line))
             m_pageAttr.parse(line);
     fillWidgetTable();
+    fillPageRows();
 }
 
 QString MainWindow::pageFileToLoad(int row) const
@@ -292,6 +293,7 @@ void MainWindow::NewPage()
         f.open(QIODevice::WriteOnly);
         resetPageAttributes();
         fillWidgetTable();
+        fillPageRows();
     } else {
         loadPage(cfg); // a leftover of a deleted page comes back
     }
@@ -351,6 +353,7 @@ void MainWindow::blankCurrentPage()
     m_pageAttr.w = m_pageImage.width();
     m_pageAttr.h = m_pageImage.height();
     fillWidgetTable();
+    fillPageRows();
     writeLinesTo(pageFilePath(m_currentPageRow), m_currentPageLines);
 }
 

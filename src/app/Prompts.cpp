@@ -1,6 +1,8 @@
 #include "app/Prompts.h"
 
+#include <QColorDialog>
 #include <QFileDialog>
+#include <QMenu>
 #include <QPushButton>
 
 namespace vantile {
@@ -87,6 +89,28 @@ QString saveFile(QWidget *parent, const QString &title, const QString &dir, cons
         return g_responder.file ? g_responder.file(rec) : QString();
     }
     return QFileDialog::getSaveFileName(parent, title, dir, filter);
+}
+
+QString chooseWord(QWidget *parent, const QStringList &words, const QPoint &globalPos)
+{
+    if (g_installed) {
+        g_records.append({QStringLiteral("menu"), QString(), words.join(QLatin1Char('|'))});
+        return g_responder.word ? g_responder.word(words) : QString();
+    }
+    QMenu menu(parent);
+    for (const QString &w : words)
+        menu.addAction(w);
+    QAction *chosen = menu.exec(globalPos);
+    return chosen ? chosen->text() : QString();
+}
+
+QColor chooseColor(QWidget *parent, const QColor &initial, const QString &title)
+{
+    if (g_installed) {
+        g_records.append({QStringLiteral("color"), title, initial.name()});
+        return g_responder.color ? g_responder.color(initial) : QColor();
+    }
+    return QColorDialog::getColor(initial, parent, title);
 }
 
 void installResponder(const Responder &r)

@@ -3,7 +3,9 @@
 // The designer shows real boxes; tests install a responder that records
 // what was asked and answers without a window.
 
+#include <QColor>
 #include <QMessageBox>
+#include <QPoint>
 #include <QString>
 #include <QStringList>
 #include <functional>
@@ -33,12 +35,21 @@ QMessageBox::StandardButton question(QWidget *parent, const QString &title, cons
 QString openFile(QWidget *parent, const QString &title, const QString &dir, const QString &filter);
 QString saveFile(QWidget *parent, const QString &title, const QString &dir, const QString &filter);
 
+// A pop-up menu of words at a global position; empty when dismissed.
+QString chooseWord(QWidget *parent, const QStringList &words, const QPoint &globalPos);
+// The colour dialog; an invalid colour when cancelled.
+QColor chooseColor(QWidget *parent, const QColor &initial, const QString &title);
+
 // --- for tests ---------------------------------------------------------
 struct Responder {
     // Answer to a question; return NoButton to take the first button.
     std::function<QMessageBox::StandardButton(const PromptRecord &)> answer;
     // Path to return from a file dialog; empty means cancelled.
     std::function<QString(const PromptRecord &)> file;
+    // Word chosen from a pop-up menu (empty: dismissed).
+    std::function<QString(const QStringList &)> word;
+    // Colour chosen in the colour dialog (invalid: cancelled).
+    std::function<QColor(const QColor &)> color;
 };
 void installResponder(const Responder &r); // every prompt is then recorded, never shown
 void removeResponder();

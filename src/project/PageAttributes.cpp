@@ -38,6 +38,76 @@ QString hexText(quint16 v)
 
 } // namespace
 
+const QList<PageAttributes::Row> &PageAttributes::rows()
+{
+    static const QList<Row> list = {
+        {"name", "页面名称", Editor::Text},
+        {"X", "X坐标", Editor::ReadOnly},
+        {"Y", "Y坐标", Editor::ReadOnly},
+        {"W", "宽度", Editor::ReadOnly},
+        {"H", "高度", Editor::ReadOnly},
+        {"pageImage", "页面底图", Editor::PagePicture},
+        {"pageColor", "页面底色", Editor::Color},
+        {"leftPage", "向左滑动跳转页", Editor::PageRef},
+        {"leftPage_returnValue", "    _返回值", Editor::Hex},
+        {"rightPage", "向右滑动跳转页", Editor::PageRef},
+        {"rightPage_returnValue", "    _返回值", Editor::Hex},
+        {"topPage", "向上滑动跳转页", Editor::PageRef},
+        {"topPage_returnValue", "    _返回值", Editor::Hex},
+        {"bottomPage", "向下滑动跳转页", Editor::PageRef},
+        {"bottomPage_returnValue", "    _返回值", Editor::Hex},
+        {"slideEffect", "滑动区域使能", Editor::Switch},
+        {"slideArea T-Y", "    _滑动区域顶端", Editor::Decimal},
+        {"slideArea B-Y", "    _滑动区域底端", Editor::Decimal},
+        {"reportToHost", "串口返回使能", Editor::Switch},
+    };
+    return list;
+}
+
+QStringList PageAttributes::values() const
+{
+    return {name,
+            QString::number(x),
+            QString::number(y),
+            QString::number(w),
+            QString::number(h),
+            pageImage,
+            pageColor,
+            leftPage,
+            hexText(leftReturn),
+            rightPage,
+            hexText(rightReturn),
+            topPage,
+            hexText(topReturn),
+            bottomPage,
+            hexText(bottomReturn),
+            slideEffect,
+            QString::number(slideAreaTop),
+            QString::number(slideAreaBottom),
+            reportToHost};
+}
+
+void PageAttributes::applyValues(const QStringList &v)
+{
+    if (v.size() < rows().size())
+        return;
+    name = v[0];
+    pageImage = v[5];
+    pageColor = v[6];
+    leftPage = v[7];
+    leftReturn = hex16(v[8]);
+    rightPage = v[9];
+    rightReturn = hex16(v[10]);
+    topPage = v[11];
+    topReturn = hex16(v[12]);
+    bottomPage = v[13];
+    bottomReturn = hex16(v[14]);
+    slideEffect = v[15] == QLatin1String("Enable") ? v[15] : QStringLiteral("Disable");
+    slideAreaTop = digits(v[16]);
+    slideAreaBottom = digits(v[17]);
+    reportToHost = v[18] == QLatin1String("Enable") ? v[18] : QStringLiteral("Disable");
+}
+
 void PageAttributes::parse(const QString &line)
 {
     if (!isPageLine(line))

@@ -2,6 +2,7 @@
 // The page's own attributes: the "Page:" line that leads a page file.
 
 #include <QString>
+#include <QStringList>
 
 namespace vantile {
 
@@ -22,6 +23,21 @@ struct PageAttributes {
     qint32 slideAreaTop = 0;
     qint32 slideAreaBottom = 0;
     QString reportToHost = QStringLiteral("Disable");
+
+    // The page's rows of the parameter table, in row order.
+    enum class Editor : quint8 { Text, ReadOnly, Hex, Decimal, PagePicture, Color, PageRef, Switch };
+    struct Row {
+        const char *key;
+        const char *zh; // the Chinese label; the English label is the key
+        Editor editor;
+    };
+    static const QList<Row> &rows();
+    // The value texts of the rows, in row order.
+    QStringList values() const;
+    // Takes edited values back (row order); numbers go through the lenient
+    // readers: return values as hexadecimal, bounds by their digits.
+    // X, Y, W and H are read-only and stay.
+    void applyValues(const QStringList &values);
 
     static bool isPageLine(const QString &line) { return line.startsWith(QLatin1String("Page:")); }
 

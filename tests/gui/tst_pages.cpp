@@ -10,6 +10,8 @@
 
 #include <QDir>
 #include <QFile>
+#include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QStandardItemModel>
 #include <QTableView>
@@ -262,6 +264,78 @@ private slots:
         }
         // the .cfg files are untouched until a Save All
         QCOMPARE(TextFiles::readLines(cfg(1)), QStringList{QStringLiteral("button_1:1,2,3,4;")});
+    }
+
+    void pageRowsEditedThroughTheirEditors()
+    {
+        MainWindow w;
+        w.show();
+        QVERIFY(w.openProjectFile(makeProject(2)));
+        auto *para = w.findChild<QTableView *>(QStringLiteral("tableView_Para"));
+        QAbstractItemModel *model = para->model();
+        QCOMPARE(model->rowCount(), 19);
+        QCOMPARE(model->index(5, 0).data().toString(), QStringLiteral("pageImage"));
+        QCOMPARE(model->index(16, 0).data().toString(), QStringLiteral("slideArea T-Y"));
+
+        // a dismissed menu changes nothing
+        QString word;
+        QColor color;
+        Prompts::Responder r;
+        r.answer = [](const PromptRecord &) { return QMessageBox::Yes; };
+        r.word = [&](const QStringList &) { return word; };
+        r.color = [&](const QColor &) { return color; };
+        Prompts::installResponder(r);
+        w.on_tableView_Para_doubleClicked(model->index(15, 1));
+        QCOMPARE(w.pageDirty(), 0);
+        QVERIFY(w.currentPageLines().size() == 1);
+
+        word = QStringLiteral("Enable");
+        w.on_tableView_Para_doubleClicked(model->index(15, 1));
+        QCOMPARE(w.pageAttributes().slideEffect, QStringLiteral("Enable"));
+        QCOMPARE(w.pageDirty(), 1);
+        QVERIFY(w.logView()->toPlainText().contains(QStringLiteral("append:Page:")));
+        QVERIFY(w.currentPageLines().first().startsWith(QStringLiteral("Page:")));
+
+        word = QStringLiteral("Page0001");
+        w.on_tableView_Para_doubleClicked(model->index(7, 1));
+        QVERIFY(w.logView()->toPlainText().contains(QStringLiteral("replace:Page:Page0001,")));
+
+        color = QColor(10, 20, 30);
+        w.on_tableView_Para_doubleClicked(model->index(6, 1));
+        QCOMPARE(model->index(6, 1).data().toString(), QStringLiteral("RGBColor(10,20,30)"));
+        auto *canvas = w.findChild<QLabel *>(QStringLiteral("label_Show"));
+        QCOMPARE(QColor(canvas->pixmap()->toImage().pixel(3, 3)), QColor(10, 20, 30));
+
+        // typing into the inline editors: letters in a number row give 0,
+        // a hexadecimal value without "x" gives 0x0000
+        auto type = [&](int row, const QString &text) {
+            w.on_tableView_Para_doubleClicked(model->index(row, 1));
+            auto *editor = para->viewport()->findChild<QLineEdit *>();
+            QVERIFY(editor);
+            editor->selectAll();
+            QTest::keyClicks(editor, text);
+            QTest::keyClick(editor, Qt::Key_Return);
+            // Return commits and closes through a queued call; the closed
+            // editor then goes on the next deferred delete
+            QCoreApplication::processEvents();
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+            QCOMPARE(para->viewport()->findChildren<QLineEdit *>().size(), 0);
+        };
+        type(16, QStringLiteral("abc"));
+        QCOMPARE(model->index(16, 1).data().toString(), QStringLiteral("0"));
+        type(8, QStringLiteral("12"));
+        QCOMPARE(model->index(8, 1).data().toString(), QStringLiteral("0x0000"));
+        type(10, QStringLiteral("0x7b"));
+        type(0, QStringLiteral("Start"));
+
+        w.on_actionSave_current_pgae_triggered();
+        const QStringList saved = TextFiles::readLines(cfg(0));
+        QCOMPARE(saved.first(), QStringLiteral("Page:Page0001,0x0000,,0x007B,,0x0000,,0x0000,;RGBColor(10,20,30);Start;"
+                                               "Enable;0;0;Disable;"));
+        QCOMPARE(saved.value(1), QStringLiteral("button_0:1,2,3,4;"));
+        QCOMPARE(w.pageInfoList().first(), QStringLiteral("Page0000:RGBColor(10,20,30);Start;RGBColor(10,20,30);"));
+        auto *pages = w.findChild<QTableView *>(QStringLiteral("tableView_Page"));
+        QCOMPARE(pages->model()->index(0, 1).data().toString(), QStringLiteral("Start"));
     }
 
     void backupsRotateAtOpen()

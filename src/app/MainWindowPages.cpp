@@ -449,6 +449,10 @@ void MainWindow::on_actionLoad_default_cfg_triggered()
 
 void MainWindow::loadStep(const QString &path)
 {
+    if (select_frame->isVisible()) {
+        select_frame->hide();
+        select_frame->setObjectName(QStringLiteral("null"));
+    }
     if (!QFile::exists(path)) {
         log(QStringLiteral("Open fail: ") + path);
         return;
@@ -460,26 +464,14 @@ void MainWindow::loadStep(const QString &path)
 
 void MainWindow::on_actionLastPageDesign_triggered()
 {
-    if (!projectOpen())
-        return;
-    const QString path = m_history.undo(m_currentPageRow);
-    if (select_frame->isVisible()) {
-        select_frame->hide();
-        select_frame->setObjectName(QStringLiteral("null"));
-    }
-    loadStep(path);
+    if (projectOpen())
+        loadStep(m_history.undo(m_currentPageRow));
 }
 
 void MainWindow::on_actionLoad_next_cfb_triggered()
 {
-    if (!projectOpen())
-        return;
-    const QString path = m_history.redo(m_currentPageRow);
-    if (select_frame->isVisible()) {
-        select_frame->hide();
-        select_frame->setObjectName(QStringLiteral("null"));
-    }
-    loadStep(path);
+    if (projectOpen())
+        loadStep(m_history.redo(m_currentPageRow));
 }
 
 void MainWindow::Auto_save()

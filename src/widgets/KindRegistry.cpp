@@ -1,0 +1,77 @@
+#include "widgets/KindRegistry.h"
+#include "widgets/ButtonKinds.h"
+#include "widgets/EditBuffer.h"
+#include "widgets/Records.h"
+#include "widgets/WidgetLine.h"
+
+#include <array>
+
+namespace vantile {
+
+namespace KindRegistry {
+
+namespace {
+
+// Every described kind, once. A new kind's unit adds its KindDef here.
+const KindDef *const kDescribed[] = {
+    &ButtonKinds::button,
+    &ButtonKinds::popBox,
+    &ButtonKinds::kbKey,
+};
+
+const std::array<const KindDef *, kWidgetKindCount> &byKind()
+{
+    static const std::array<const KindDef *, kWidgetKindCount> table = [] {
+        std::array<const KindDef *, kWidgetKindCount> t{};
+        for (const KindDef *s : kDescribed)
+            t[kindIndex(s->kind)] = s;
+        return t;
+    }();
+    return table;
+}
+
+int write(QByteArray &out, const QString &line, const RecordContext &ctx, bool vice)
+{
+    const WidgetKind kind = WidgetKinds::kindOfLine(line);
+    const KindDef *s = definition(kind);
+    const RecordWriter writer = s ? (vice ? s->writeViceRecord : s->writeRecord) : nullptr;
+    if (!writer)
+        return 0;
+    EditBuffer widget;
+    WidgetLine::parse(line, kind, widget);
+    return writer(out, widget, ctx);
+}
+
+} // namespace
+
+const KindDef *definition(WidgetKind kind)
+{
+    const int i = kindIndex(kind);
+    if (i < 0 || i >= kWidgetKindCount)
+        return nullptr;
+    return byKind()[i];
+}
+
+bool hasSchema(WidgetKind kind)
+{
+    return definition(kind) != nullptr;
+}
+
+QString noSchemaMessage(WidgetKind kind)
+{
+    return QStringLiteral("no schema for kind ") + QLatin1String(WidgetKinds::info(kind).word);
+}
+
+int writeRecord(QByteArray &out, const QString &line, const RecordContext &ctx)
+{
+    return write(out, line, ctx, false);
+}
+
+int writeViceRecord(QByteArray &out, const QString &line, const RecordContext &ctx)
+{
+    return write(out, line, ctx, true);
+}
+
+} // namespace KindRegistry
+
+} // namespace vantile

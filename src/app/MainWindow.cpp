@@ -1,6 +1,7 @@
 #include "app/MainWindow.h"
 
 #include "app/Prompts.h"
+#include "designer/CanvasWidgets.h"
 #include "editors/DialogProjectSetting.h"
 #include "project/AppPaths.h"
 
@@ -73,7 +74,8 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent)
     m_frameStyle = QStringLiteral("border-width: 2px;border-style: solid;border-color: rgba(0, 180, 0,255);"
                                   "background-color: rgba(255, 180, 0, 128);");
 
-    // 5. the page background placeholder
+    // 5. the slot tables of the live widgets, the page background placeholder
+    m_canvasWidgets = new CanvasWidgets(label_Show);
     m_pageImage = QImage(20, 20, QImage::Format_ARGB32_Premultiplied);
     m_pageImage.fill(Qt::black);
 
@@ -138,6 +140,8 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent)
 
 MainWindow::~MainWindow()
 {
+    m_canvasWidgets->clear();
+    delete m_canvasWidgets;
     writeEditorConfig();
     const QString binPath = AppPaths::currentBinPathFile();
     if (QFile::exists(binPath))
@@ -214,7 +218,10 @@ bool MainWindow::switchLanguage(int index)
     statusBar_Switch_Language();
     m_dialogProjectSetting->retranslate();
     fillWidgetTable();
-    fillPageRows();
+    if (m_selectedName == QLatin1String("label_Show"))
+        fillPageRows();
+    else
+        fillWidgetRows();
     return true;
 }
 

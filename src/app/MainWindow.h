@@ -30,8 +30,11 @@ class QToolBar;
 class QToolButton;
 class QTranslator;
 
+#include "widgets/EditBuffer.h"
+
 namespace vantile {
 
+class CanvasWidgets;
 class DialogProjectSetting;
 
 class MainWindow : public QMainWindow
@@ -77,6 +80,11 @@ public:
     // Rebuilds the "Page:" line from the attributes, then the page list line.
     void updatePageLine();
     PageAttributes &editPageAttributes() { return m_pageAttr; }
+    // The widget shown in the parameter table; "label_Show" for the page.
+    QString selectedName() const { return m_selectedName; }
+    void selectByName(const QString &objectName);
+    const EditBuffer &editBuffer() const { return m_editBuffer; }
+    CanvasWidgets *canvasWidgets() const { return m_canvasWidgets; }
 
 public slots:
     // File menu
@@ -104,6 +112,7 @@ public slots:
     void CleanPage();
     void DeletePage();
     void on_tableView_Para_doubleClicked(const QModelIndex &index);
+    void on_tableView_Wdg_clicked(const QModelIndex &index);
     void Para_TabelView_Edit_End(QWidget *editor, QAbstractItemDelegate::EndEditHint hint);
 
     // From the dialogs
@@ -163,6 +172,11 @@ private:
     void fillPageRows();
     QStringList paraValues() const;
     void applyPageRows();
+    void fillWidgetRows();
+    void applyWidgetRows();
+    QString widgetEditorResult(const FieldDef &field, const QModelIndex &index);
+    void loadWidgets();
+    QSize pagePictureSize() const;
     QString pageFilePath(int row) const;
     bool writePageList();
     QStringList readPageFile(const QString &path); // either form, records glued
@@ -196,6 +210,9 @@ private:
     PageAttributes m_pageAttr;
     PageHistory m_history;
     bool m_recoveryMode = false;
+    CanvasWidgets *m_canvasWidgets = nullptr;
+    EditBuffer m_editBuffer;
+    QString m_selectedName = QStringLiteral("label_Show");
 
     QStringList m_pageInfoList;
     QStringList m_currentPageLines;

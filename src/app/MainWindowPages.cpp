@@ -5,7 +5,9 @@
 
 #include "app/Prompts.h"
 #include "editors/DialogProjectSetting.h"
+#include "designer/CanvasWidgets.h"
 #include "project/SealedFile.h"
+#include "widgets/WidgetLine.h"
 #include "project/TextFiles.h"
 
 #include <QContextMenuEvent>
@@ -53,7 +55,10 @@ void MainWindow::fillWidgetTable()
         const int colon = line.indexOf(QLatin1Char(':'));
         if (colon <= 0)
             continue;
-        m_wdgModel->appendRow({new QStandardItem(line.left(colon)), new QStandardItem(QString())});
+        EditBuffer widget;
+        const bool described = WidgetLine::parse(line, widget) == ParseStatus::Ok;
+        m_wdgModel->appendRow({new QStandardItem(line.left(colon)),
+                               new QStandardItem(described ? widget.name() : QString())});
     }
     tableView_Wdg->setColumnWidth(0, m_wdgColumnWidth[0]);
     tableView_Wdg->selectRow(0);
@@ -142,6 +147,8 @@ void MainWindow::loadPage(const QString &path)
     for (const QString &line : m_currentPageLines)
         if (PageAttributes::isPageLine(line))
             m_pageAttr.parse(line);
+    loadWidgets();
+    m_selectedName = QStringLiteral("label_Show");
     fillWidgetTable();
     fillPageRows();
 }
@@ -160,6 +167,8 @@ void MainWindow::clearLiveWidgets()
 {
     select_frame->hide();
     Paste_area->hide();
+    m_canvasWidgets->clear();
+    m_selectedName = QStringLiteral("label_Show");
 }
 
 void MainWindow::updatePageLine()

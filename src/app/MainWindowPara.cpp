@@ -6,8 +6,11 @@
 
 #include "app/ParaDelegates.h"
 #include "app/Prompts.h"
+#include "designer/CanvasWidgets.h"
+#include "widgets/WidgetLine.h"
 
 #include <QCursor>
+#include <QDir>
 #include <QFileInfo>
 #include <QLabel>
 #include <QScrollBar>
@@ -80,7 +83,10 @@ void MainWindow::Para_TabelView_Edit_End(QWidget *, QAbstractItemDelegate::EndEd
 {
     if (!projectOpen())
         return;
-    applyPageRows();
+    if (m_selectedName == QLatin1String("label_Show"))
+        applyPageRows();
+    else
+        applyWidgetRows();
 }
 
 void MainWindow::on_tableView_Para_doubleClicked(const QModelIndex &index)
@@ -88,6 +94,22 @@ void MainWindow::on_tableView_Para_doubleClicked(const QModelIndex &index)
     if (!projectOpen() || !index.isValid() || index.column() != 1)
         return;
     const int row = index.row();
+    if (m_selectedName != QLatin1String("label_Show")) {
+        const KindDef *def = m_editBuffer.definition();
+        const FieldDef *field = def ? def->atRow(row) : nullptr;
+        if (!field)
+            return;
+        if (field->editor == Editor::Inline || field->editor == Editor::TextDialog) {
+            tableView_Para->edit(index);
+            return;
+        }
+        const QString result = widgetEditorResult(*field, index);
+        if (result.isEmpty())
+            return; // a dismissed editor changes nothing
+        m_paraModel->setData(index, result);
+        applyWidgetRows();
+        return;
+    }
     const QList<PageAttributes::Row> &rows = PageAttributes::rows();
     if (row >= rows.size())
         return;
@@ -130,6 +152,161 @@ void MainWindow::on_tableView_Para_doubleClicked(const QModelIndex &index)
         return; // a dismissed editor changes nothing
     m_paraModel->setData(index, result);
     applyPageRows();
+}
+
+} // namespace vantile
+
+namespace vantile {
+
+// --- widgets -----------------------------------------------------------------------
+
+QSize MainWindow::pagePictureSize() const
+{
+    return m_pageImage.size();
+}
+
+void MainWindow::selectByName(const QString &objectName)
+{
+    if (!projectOpen())
+        return;
+    // the reference look moves to the new selection
+    if (QLabel *old = m_canvasWidgets->find(m_selectedName))
+        old->setStyleSheet(QLatin1String(CanvasWidgets::kCommonStyle));
+    if (objectName.isEmpty() || objectName == QLatin1String("label_Show") || objectName == QLatin1String("Page")) {
+        m_selectedName = QStringLiteral("label_Show");
+        fillPageRows();
+        return;
+    }
+    const QString key = objectName + QLatin1Char(':');
+    for (const QString &line : m_currentPageLines) {
+        if (!line.startsWith(key))
+            continue;
+        if (WidgetLine::parse(line, m_editBuffer) != ParseStatus::Ok)
+            break;
+        m_selectedName = objectName;
+        if (QLabel *label = m_canvasWidgets->find(objectName)) {
+            label->setStyleSheet(m_referenceStyle);
+            label->raise();
+        }
+        fillWidgetRows();
+        return;
+    }
+    m_selectedName = QStringLiteral("label_Show");
+    fillPageRows();
+}
+
+void MainWindow::on_tableView_Wdg_clicked(const QModelIndex &index)
+{
+    if (!index.isValid())
+        return;
+    selectByName(m_wdgModel->index(index.row(), 0).data().toString());
+}
+
+void MainWindow::fillWidgetRows()
+{
+    const QModelIndex current = tableView_Para->currentIndex();
+    const int scroll = tableView_Para->verticalScrollBar()->value();
+    m_paraModel->removeRows(0, m_paraModel->rowCount());
+    const KindDef *def = m_editBuffer.definition();
+    RowContext ctx;
+    const QString fontDir = m_projectDir + QStringLiteral("FontBin");
+    ctx.fontFileName = [fontDir](int id) {
+        const QStringList files = QDir(fontDir).entryList({QStringLiteral("%1*").arg(id, 2, 10, QLatin1Char('0'))},
+                                                          QDir::Files, QDir::Name);
+        return files.value(0);
+    };
+    const QVector<TableRow> rows = WidgetLine::tableRows(m_editBuffer, m_languageIndex, ctx);
+    for (int i = 0; i < rows.size(); ++i) {
+        auto *labelItem = new QStandardItem(rows[i].first);
+        labelItem->setEditable(false);
+        m_paraModel->appendRow({labelItem, new QStandardItem(rows[i].second)});
+    }
+    Q_UNUSED(def);
+    tableView_Para->setColumnWidth(0, m_paraColumnWidth[0]);
+    if (current.isValid() && current.row() < m_paraModel->rowCount())
+        tableView_Para->setCurrentIndex(m_paraModel->index(current.row(), current.column()));
+    tableView_Para->verticalScrollBar()->setValue(scroll);
+}
+
+void MainWindow::applyWidgetRows()
+{
+    if (!WidgetLine::applyEdit(m_editBuffer, paraValues(), pagePictureSize()))
+        return;
+    if (QLabel *label = m_canvasWidgets->find(m_editBuffer.objectName())) {
+        const QSize picture = m_canvasWidgets->paint(label, m_editBuffer, m_zoomFactor, m_projectDir);
+        if (picture.isValid() && !m_editBuffer.isLocked()) {
+            // a widget that shows a picture takes its size
+            m_editBuffer.setW(picture.width());
+            m_editBuffer.setH(picture.height());
+        }
+    }
+    WidgetLine::storeLine(m_currentPageLines, m_editBuffer);
+    m_pageDirty = 1;
+    fillWidgetRows();
+    fillWidgetTable();
+    takeStep(m_currentPageRow);
+}
+
+QString MainWindow::widgetEditorResult(const FieldDef &field, const QModelIndex &index)
+{
+    const QPoint at = QCursor::pos();
+    switch (field.editor) {
+    case Editor::Menu:
+    case Editor::PictureFormat:
+        return Prompts::chooseWord(this, field.menuChoices(), at);
+    case Editor::IconPicture:
+    case Editor::PagePicture:
+    case Editor::GifFile: {
+        const bool gif = field.editor == Editor::GifFile;
+        const QString folder = field.editor == Editor::IconPicture ? QStringLiteral("Icon")
+                               : gif                                ? QStringLiteral("Gif")
+                                                                    : QStringLiteral("Picture");
+        const QString file = Prompts::openFile(this, QStringLiteral("Select a picture"), m_projectDir + folder,
+                                               gif ? QStringLiteral("file(*.gif)")
+                                                   : QStringLiteral("file(*.jpg *jpeg *bmp *.png)"));
+        return file.isEmpty() ? QString() : QFileInfo(file).fileName();
+    }
+    case Editor::PageRef: {
+        QStringList pages;
+        for (int r = 0; r < m_pageInfoList.size(); ++r)
+            pages << QStringLiteral("Page") + PageList::pageId(r);
+        return Prompts::chooseWord(this, pages, at);
+    }
+    case Editor::FontFile: {
+        QStringList fonts = QDir(m_projectDir + QStringLiteral("FontBin")).entryList(QDir::Files, QDir::Name);
+        if (fonts.isEmpty())
+            fonts = QStringList{QStringLiteral("NoFont1"), QStringLiteral("NoFont2")};
+        const QString chosen = Prompts::chooseWord(this, fonts, at);
+        return chosen.startsWith(QLatin1String("NoFont")) ? QString() : chosen;
+    }
+    case Editor::ConstantText: {
+        const QString chosen = Prompts::chooseWord(
+            this, {QStringLiteral("NoConstant_Num1"), QStringLiteral("NoConstant_Num2")}, at);
+        return chosen.startsWith(QLatin1String("NoConstant")) ? QString() : chosen;
+    }
+    case Editor::Colour: {
+        const quint32 rgb = quint32(index.data().toString().mid(2).toUInt(nullptr, 16));
+        const QColor chosen = Prompts::chooseColor(this, QColor::fromRgb(rgb), QStringLiteral("Select Color"));
+        if (!chosen.isValid())
+            return QString();
+        return QStringLiteral("0x%1").arg(chosen.rgb() & 0xFFFFFF, 6, 16, QLatin1Char('0')).toUpper().replace(
+            QLatin1String("0X"), QLatin1String("0x"));
+    }
+    case Editor::Inline:
+    case Editor::TextDialog:
+        break;
+    }
+    return QString();
+}
+
+void MainWindow::loadWidgets()
+{
+    m_canvasWidgets->clear();
+    for (const QString &line : m_currentPageLines) {
+        const QString error = m_canvasWidgets->load(line, m_zoomFactor, m_projectDir);
+        if (!error.isEmpty())
+            log(error);
+    }
 }
 
 } // namespace vantile

@@ -1,0 +1,119 @@
+#include "designer/CanvasWidgets.h"
+
+#include "widgets/WidgetLine.h"
+
+#include <QImage>
+#include <QLabel>
+#include <QPixmap>
+
+namespace vantile {
+
+const char *const CanvasWidgets::kCommonStyle =
+    "background-color: rgba(0, 120, 215, 40);border: 1px solid rgba(0, 120, 215, 170);";
+
+CanvasWidgets::CanvasWidgets(QLabel *canvas) : m_canvas(canvas) {}
+
+CanvasWidgets::PictureField CanvasWidgets::pictureField(WidgetKind kind)
+{
+    switch (kind) {
+    case WidgetKind::Button:
+    case WidgetKind::PopBox:
+        return {"unpressedIcon", "Icon/"};
+    default:
+        return {nullptr, nullptr};
+    }
+}
+
+QRect CanvasWidgets::scaled(const QRect &panel, float zoom)
+{
+    const int left = int(panel.x() * zoom);
+    const int top = int(panel.y() * zoom);
+    const int right = left + int(panel.width() * zoom) - 1;
+    const int bottom = top + int(panel.height() * zoom) - 1;
+    return QRect(QPoint(left, top), QPoint(right, bottom));
+}
+
+void CanvasWidgets::clear()
+{
+    for (WidgetKind k : WidgetKinds::all()) {
+        WidgetSlots<QLabel> &table = m_slots.of(k);
+        for (int i = 0; i < table.maximum(); ++i) {
+            if (QLabel *l = table.at(quint32(i))) {
+                l->close(); // deletes itself
+                table.release(quint32(i));
+            }
+        }
+    }
+}
+
+QLabel *CanvasWidgets::find(const QString &objectName) const
+{
+    const WidgetKind kind = WidgetKinds::kindOfName(objectName);
+    if (kind == WidgetKind::None)
+        return nullptr;
+    EditBuffer probe;
+    probe.setObjectName(objectName);
+    return m_slots.of(kind).at(probe.index());
+}
+
+int CanvasWidgets::count() const
+{
+    int n = 0;
+    for (WidgetKind k : WidgetKinds::all())
+        if (WidgetKinds::info(k).slotOwner == k)
+            n += m_slots.of(k).count();
+    return n;
+}
+
+QSize CanvasWidgets::paint(QLabel *label, const EditBuffer &widget, float zoom, const QString &projectDir) const
+{
+    QRect r = scaled(widget.rect(), zoom);
+    QSize pictureSize;
+    const PictureField pf = pictureField(widget.kind());
+    label->setPixmap(QPixmap());
+    if (pf.key) {
+        const QString file = widget.text(pf.key);
+        if (!file.isEmpty()) {
+            const QImage img(projectDir + QLatin1String(pf.folder) + file);
+            if (img.width() > 0) {
+                const QImage s = img.scaled(int(img.width() * zoom), int(img.height() * zoom),
+                                            Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+                label->setPixmap(QPixmap::fromImage(s));
+                r.setSize(s.size());
+                pictureSize = QSize(int(s.width() / zoom), int(s.height() / zoom));
+            }
+        }
+    }
+    label->setGeometry(r);
+    return pictureSize;
+}
+
+QString CanvasWidgets::load(const QString &line, float zoom, const QString &projectDir)
+{
+    const WidgetKind kind = WidgetKinds::kindOfLine(line);
+    if (kind == WidgetKind::None)
+        return QString();
+    EditBuffer widget;
+    if (WidgetLine::parse(line, kind, widget) != ParseStatus::Ok)
+        return QString(); // kept in the lines, shown once its kind is described
+    const QString error = WidgetKinds::loadIndexError(kind, widget.index());
+    const WidgetKind owner = WidgetKinds::info(kind).slotOwner;
+    WidgetSlots<QLabel> &table = m_slots.of(owner);
+    if (!error.isEmpty() || !table.inRange(widget.index()))
+        return error;
+    if (QLabel *old = table.at(widget.index()))
+        old->close();
+    auto *label = new QLabel(m_canvas);
+    label->setObjectName(widget.objectName());
+    label->setFrameShape(QFrame::NoFrame);
+    label->setFrameShadow(QFrame::Plain);
+    label->setAutoFillBackground(true);
+    label->setAttribute(Qt::WA_DeleteOnClose);
+    label->setStyleSheet(QLatin1String(kCommonStyle));
+    paint(label, widget, zoom, projectDir);
+    label->show();
+    table.put(widget.index(), label);
+    return QString();
+}
+
+} // namespace vantile

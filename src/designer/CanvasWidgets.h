@@ -1,0 +1,53 @@
+#pragma once
+// The live widgets of the page on the canvas: one plain label per widget
+// line, held in the fixed slot tables of the kinds. Lines stay the truth;
+// labels are rebuilt from them.
+
+#include "widgets/EditBuffer.h"
+#include "widgets/WidgetSlots.h"
+
+#include <QString>
+
+class QLabel;
+class QWidget;
+
+namespace vantile {
+
+class CanvasWidgets
+{
+public:
+    // The look of a widget that is neither marked nor the reference: a
+    // light tint, so that the page's picture shows through.
+    static const char *const kCommonStyle;
+
+    explicit CanvasWidgets(QLabel *canvas);
+
+    void clear();
+    // Builds the label of a widget line. Returns an error text for the log
+    // ("Error button index:128"), empty otherwise; lines of kinds whose
+    // fields are not described yet are kept but show nothing.
+    QString load(const QString &line, float zoom, const QString &projectDir);
+    QLabel *find(const QString &objectName) const;
+    int count() const;
+
+    // Puts the label of a parsed widget at its scaled rectangle and paints
+    // its picture, if the kind has one. Returns the picture's size in panel
+    // pixels when one was painted (the widget then takes that size).
+    QSize paint(QLabel *label, const EditBuffer &widget, float zoom, const QString &projectDir) const;
+
+    // The picture a kind shows on the canvas: the field that names it and
+    // the folder it lies in; empty key for kinds that draw nothing of their own.
+    struct PictureField {
+        const char *key;
+        const char *folder;
+    };
+    static PictureField pictureField(WidgetKind kind);
+
+    static QRect scaled(const QRect &panel, float zoom);
+
+private:
+    QLabel *m_canvas;
+    PageSlots<QLabel> m_slots;
+};
+
+} // namespace vantile

@@ -131,6 +131,7 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent)
 
     retranslateForm();
     QMetaObject::connectSlotsByName(this);
+    connectAddActions();
 
     // 10. the user's settings; 11. the canvas in its scroll area, ticks
     scrollArea->setWidget(label_Show);
@@ -334,6 +335,12 @@ void MainWindow::Timer2_Out_Event()
 
 bool MainWindow::eventFilter(QObject *watched, QEvent *event)
 {
+    if (event->type() == QEvent::KeyPress && projectOpen() && !m_buildRunning) {
+        if (watched == scrollArea && m_selectedName == QLatin1String("label_Show"))
+            return true; // arrows don't scroll the canvas
+        if ((watched == label_Show || watched == scrollArea) && canvasKey(static_cast<QKeyEvent *>(event)))
+            return true;
+    }
     if (event->type() == QEvent::ContextMenu
         && (watched == tableView_Page || watched == tableView_Page->viewport())) {
         auto *e = static_cast<QContextMenuEvent *>(event);

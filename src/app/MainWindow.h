@@ -85,6 +85,8 @@ public:
     void selectByName(const QString &objectName);
     const EditBuffer &editBuffer() const { return m_editBuffer; }
     CanvasWidgets *canvasWidgets() const { return m_canvasWidgets; }
+    bool addMode() const { return m_addMode; }
+    QString addToolWord() const { return m_addToolWord; }
 
 public slots:
     // File menu
@@ -128,6 +130,9 @@ public slots:
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
 
@@ -177,6 +182,17 @@ private:
     QString widgetEditorResult(const FieldDef &field, const QModelIndex &index);
     void loadWidgets();
     QSize pagePictureSize() const;
+    // canvas (MainWindowCanvas.cpp)
+    void connectAddActions();
+    void armTool(const char *frameName, const char *frameText, const char *toolWord, const char *status);
+    void resetCanvasState();
+    void unmarkSelection();
+    QPoint canvasPos(const QPoint &globalPos) const;
+    QSize canvasPixels() const;
+    bool selectionLocked() const;
+    void makeWidget(const QRect &canvasRect);
+    void storeLabelGeometry(QLabel *label, bool withSize);
+    bool canvasKey(QKeyEvent *event);
     QString pageFilePath(int row) const;
     bool writePageList();
     QStringList readPageFile(const QString &path); // either form, records glued
@@ -213,6 +229,20 @@ private:
     CanvasWidgets *m_canvasWidgets = nullptr;
     EditBuffer m_editBuffer;
     QString m_selectedName = QStringLiteral("label_Show");
+    // canvas state
+    bool m_addMode = false;
+    QString m_addToolWord;
+    bool m_drawing = false;
+    QPoint m_drawOrigin;
+    bool m_rubberActive = false;
+    bool m_dragging = false;
+    QRect m_moveRect;
+    QPoint m_pressOffset;
+    bool m_resizeMode = false;
+    QPoint m_resizeSlack;
+    bool m_moved = false;
+    int m_hoverState = 0;
+    bool m_buildRunning = false;
 
     QStringList m_pageInfoList;
     QStringList m_currentPageLines;

@@ -56,6 +56,13 @@ QLabel *CanvasWidgets::find(const QString &objectName) const
     return m_slots.of(kind).at(probe.index());
 }
 
+int CanvasWidgets::lowestFree(WidgetKind kind) const
+{
+    if (kind == WidgetKind::None)
+        return -1;
+    return m_slots.of(WidgetKinds::info(kind).slotOwner).lowestFree();
+}
+
 int CanvasWidgets::count() const
 {
     int n = 0;

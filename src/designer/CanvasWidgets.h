@@ -28,6 +28,8 @@ public:
     // fields are not described yet are kept but show nothing.
     QString load(const QString &line, float zoom, const QString &projectDir);
     QLabel *find(const QString &objectName) const;
+    // The lowest free slot of the kind's table; -1 when it is full.
+    int lowestFree(WidgetKind kind) const;
     int count() const;
 
     // Puts the label of a parsed widget at its scaled rectangle and paints

@@ -1,0 +1,183 @@
+// The canvas driven by real mouse and key events on the offscreen
+// platform: drawing a widget, the release outside the canvas, dragging to
+// the edge, the resize corner, arrow keys; each checked in the page lines.
+
+#include "app/MainWindow.h"
+#include "app/Prompts.h"
+#include "designer/CanvasWidgets.h"
+#include "project/AppPaths.h"
+#include "project/PageList.h"
+#include "project/TextFiles.h"
+
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QTemporaryDir>
+#include <QtTest>
+
+using namespace vantile;
+
+namespace {
+
+void writeFile(const QString &path, const QByteArray &bytes)
+{
+    QFile f(path);
+    QVERIFY(f.open(QIODevice::WriteOnly));
+    f.write(bytes);
+}
+
+} // namespace
+
+class TestCanvas : public QObject
+{
+    Q_OBJECT
+
+    QTemporaryDir m_appDir;
+    QTemporaryDir *m_dir = nullptr;
+    MainWindow *m_w = nullptr;
+    QLabel *m_canvas = nullptr;
+
+    QString root() const { return m_dir->path() + QLatin1Char('/'); }
+
+    void open(const QStringList &page0)
+    {
+        QDir(root()).mkpath(QStringLiteral("Plugin"));
+        writeFile(root() + QStringLiteral("p.uiprj"), TextFiles::encodePlain({PageList::blankLine(0)}));
+        writeFile(root() + QStringLiteral("p.ini"), "[INFO]\nSupplierVer: V3.20\nXSIZE: 400\nYSIZE: 300\n");
+        writeFile(root() + QStringLiteral("Plugin/Page0000.cfg"), TextFiles::encodePlain(page0));
+        m_w = new MainWindow;
+        m_w->show();
+        QVERIFY(QTest::qWaitForWindowExposed(m_w));
+        QVERIFY(m_w->openProjectFile(root() + QStringLiteral("p.uiprj")));
+        m_canvas = m_w->findChild<QLabel *>(QStringLiteral("label_Show"));
+        QCOMPARE(m_canvas->pixmap()->size(), QSize(400, 300));
+    }
+
+    void press(const QPoint &p) { QTest::mousePress(m_canvas, Qt::LeftButton, {}, p); }
+    void move(const QPoint &p)
+    {
+        QMouseEvent e(QEvent::MouseMove, p, m_canvas->mapToGlobal(p), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(m_canvas, &e);
+    }
+    void release(const QPoint &p) { QTest::mouseRelease(m_canvas, Qt::LeftButton, {}, p); }
+
+    QString line(int i) const { return m_w->currentPageLines().value(i); }
+
+private slots:
+    void initTestCase() { AppPaths::setAppDirOverride(m_appDir.path()); }
+
+    void init()
+    {
+        m_dir = new QTemporaryDir;
+        Prompts::installResponder({});
+    }
+
+    void cleanup()
+    {
+        delete m_w;
+        m_w = nullptr;
+        Prompts::removeResponder();
+        delete m_dir;
+    }
+
+    void drawSmallRectangleMakesTwentyByTwenty()
+    {
+        open({});
+        m_w->action(QStringLiteral("AddButton"))->trigger();
+        QVERIFY(m_w->addMode());
+        QCOMPARE(m_w->addToolWord(), QStringLiteral("Button"));
+        press(QPoint(30, 40));
+        move(QPoint(35, 45));
+        release(QPoint(35, 45));
+        QCOMPARE(line(0), QStringLiteral("button_0:30,40,20,20,0x0020,,,,button_0,Disable,Disable,0x0000,0xFFFF,1;"));
+        QCOMPARE(m_w->canvasWidgets()->find(QStringLiteral("button_0"))->geometry(), QRect(30, 40, 20, 20));
+        QCOMPARE(m_w->selectedName(), QStringLiteral("button_0"));
+        // add mode lasts: a second drawing makes button_1
+        press(QPoint(100, 100));
+        release(QPoint(160, 130));
+        QCOMPARE(line(1), QStringLiteral("button_1:100,100,60,30,0x0020,,,,button_1,Disable,Disable,0x0000,0xFFFF,1;"));
+        QVERIFY(m_w->history().step(0) >= 2);
+    }
+
+    void releaseBeyondTheCanvasMakesNothing()
+    {
+        open({});
+        m_w->action(QStringLiteral("AddButton"))->trigger();
+        press(QPoint(390, 290));
+        release(QPoint(400, 295)); // x past the last column
+        QVERIFY(m_w->currentPageLines().isEmpty());
+        QCOMPARE(Prompts::recorded().last().text, QStringLiteral("The focus is out of the effective range"));
+    }
+
+    void kindWithoutSchemaMakesNothing()
+    {
+        open({});
+        m_w->action(QStringLiteral("AddSlider"))->trigger();
+        press(QPoint(10, 10));
+        release(QPoint(60, 60));
+        QVERIFY(m_w->currentPageLines().isEmpty());
+    }
+
+    void dragStopsAtTheRightEdge()
+    {
+        open({QStringLiteral("button_0:10,10,50,20,0x0020,,,,b,Disable,Disable,0x0000,0xFFFF,1;")});
+        press(QPoint(20, 15));
+        move(QPoint(200, 15));
+        move(QPoint(1000, 15));
+        release(QPoint(1000, 15));
+        // last column of the widget on the last column of the canvas: 350 + 50 = 400
+        QCOMPARE(line(0), QStringLiteral("button_0:350,10,50,20,0x0020,,,,b,Disable,Disable,0x0000,0xFFFF,1;"));
+        QCOMPARE(m_w->history().step(0), 1); // one step for the whole drag
+    }
+
+    void cornerPressResizesAtNineMovesAtTen()
+    {
+        open({QStringLiteral("button_0:10,10,50,20,0x0020,,,,b,Disable,Disable,0x0000,0xFFFF,1;")});
+        // 9 pixels from right and bottom edge (right edge at 60, bottom at 30)
+        press(QPoint(51, 21));
+        move(QPoint(71, 31));
+        release(QPoint(71, 31));
+        QCOMPARE(line(0), QStringLiteral("button_0:10,10,70,30,0x0020,,,,b,Disable,Disable,0x0000,0xFFFF,1;"));
+        // exactly 10 from both edges (right edge now at 80, bottom at 40): a move
+        press(QPoint(70, 30));
+        move(QPoint(75, 35));
+        release(QPoint(75, 35));
+        QCOMPARE(line(0), QStringLiteral("button_0:15,15,70,30,0x0020,,,,b,Disable,Disable,0x0000,0xFFFF,1;"));
+    }
+
+    void lockedWidgetIsNotDragged()
+    {
+        open({QStringLiteral("button_0:10,10,50,20,0x0020,,,,b,Disable,Disable,0x0000,0xFFFF,2;")});
+        press(QPoint(20, 15));
+        move(QPoint(100, 100));
+        release(QPoint(100, 100));
+        QCOMPARE(line(0), QStringLiteral("button_0:10,10,50,20,0x0020,,,,b,Disable,Disable,0x0000,0xFFFF,2;"));
+        QTest::keyClick(m_canvas, Qt::Key_Right);
+        QCOMPARE(line(0), QStringLiteral("button_0:10,10,50,20,0x0020,,,,b,Disable,Disable,0x0000,0xFFFF,2;"));
+    }
+
+    void arrowKeysMoveOnePixelAndTakeAStepEach()
+    {
+        open({QStringLiteral("button_0:0,10,50,20,0x0020,,,,b,Disable,Disable,0x0000,0xFFFF,1;")});
+        press(QPoint(5, 15));
+        release(QPoint(5, 15));
+        QTest::keyClick(m_canvas, Qt::Key_Left); // already at 0: stays
+        QCOMPARE(line(0).left(14), QStringLiteral("button_0:0,10,"));
+        QTest::keyClick(m_canvas, Qt::Key_Right);
+        QTest::keyClick(m_canvas, Qt::Key_Down);
+        QCOMPARE(line(0).left(14), QStringLiteral("button_0:1,11,"));
+        QCOMPARE(m_w->history().step(0), 3);
+    }
+
+    void rightClickEndsAddMode()
+    {
+        open({});
+        m_w->action(QStringLiteral("AddButton"))->trigger();
+        QTest::mousePress(m_canvas, Qt::RightButton, {}, QPoint(5, 5));
+        QVERIFY(!m_w->addMode());
+        QCOMPARE(m_w->selectedName(), QStringLiteral("label_Show"));
+    }
+};
+
+QTEST_MAIN(TestCanvas)
+#include "tst_canvas.moc"

@@ -325,7 +325,8 @@ void MainWindow::Background_mask_Close()
 void MainWindow::Timer2_Out_Event()
 {
     m_timer2->stop();
-    // Runs the build, counting up; nothing starts this timer.
+    // Builds, counting up; nothing starts this timer.
+    on_actionMake_bin_triggered();
     ++m_timer2Count;
     if (m_timer2Count < 200)
         m_timer2->start(1000);

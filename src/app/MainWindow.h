@@ -30,11 +30,15 @@ class QToolBar;
 class QToolButton;
 class QTranslator;
 
+#include "build/MakeBin.h"
 #include "widgets/EditBuffer.h"
+
+#include <memory>
 
 namespace vantile {
 
 class CanvasWidgets;
+class MakeBin;
 class DialogProjectSetting;
 
 class MainWindow : public QMainWindow
@@ -86,6 +90,7 @@ public:
     const EditBuffer &editBuffer() const { return m_editBuffer; }
     CanvasWidgets *canvasWidgets() const { return m_canvasWidgets; }
     bool addMode() const { return m_addMode; }
+    const BuildResult &lastBuild() const { return m_lastBuild; }
     QString addToolWord() const { return m_addToolWord; }
 
 public slots:
@@ -95,6 +100,8 @@ public slots:
     void on_actionProject_Setting_triggered();
     void on_actionSave_All_triggered();
     void on_actionExit_triggered();
+    void on_actionMake_bin_triggered();
+    void on_actionClearPrj_triggered();
     // Help menu: language, tool bar text, auto-save
     void on_actionChinese_triggered();
     void on_actionEnglish_triggered();
@@ -193,6 +200,7 @@ private:
     void makeWidget(const QRect &canvasRect);
     void storeLabelGeometry(QLabel *label, bool withSize);
     bool canvasKey(QKeyEvent *event);
+    MakeBin &buildDriver();
     QString pageFilePath(int row) const;
     bool writePageList();
     QStringList readPageFile(const QString &path); // either form, records glued
@@ -243,6 +251,8 @@ private:
     bool m_moved = false;
     int m_hoverState = 0;
     bool m_buildRunning = false;
+    std::unique_ptr<MakeBin> m_makeBin; // one driver for the session
+    BuildResult m_lastBuild;
 
     QStringList m_pageInfoList;
     QStringList m_currentPageLines;

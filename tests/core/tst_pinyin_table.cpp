@@ -257,7 +257,7 @@ private slots:
 
     void resourceFileExposesTheTable()
     {
-        QFile qrc(dataPath("data.qrc"));
+        QFile qrc(dataPath("vantile_data.qrc"));
         QVERIFY(qrc.open(QIODevice::ReadOnly));
         QXmlStreamReader xml(&qrc);
         QString prefix;

@@ -1,0 +1,92 @@
+// vantile-build: builds a project into Morvane_Flash.bin without the designer.
+//
+//   vantile-build PATH/project.uiprj [--time "yyyy-MM-dd hh:mm:ss"] [--strict]
+//
+// Runs the same build as the designer's "Build project" and writes the same
+// files. The build log goes to standard output as it is made. Exit codes:
+// 0 the image was written; 1 the project could not be opened; 2 wrong
+// arguments; 3 the image was not written; 4 with --strict, the build had
+// complaints (Make_error_info.txt) or the image is larger than the flash.
+// --time fixes the build's time, so two builds of one project give the
+// same bytes.
+
+#include "build/MakeBin.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QDateTime>
+
+#include <cstdio>
+
+using namespace vantile;
+
+namespace {
+
+void out(const QString &line)
+{
+    std::fputs(line.toUtf8().constData(), stdout);
+    std::fputc('\n', stdout);
+    std::fflush(stdout);
+}
+
+int fail(int code, const QString &reason)
+{
+    std::fflush(stdout);
+    std::fputs(("vantile-build: " + reason).toUtf8().constData(), stderr);
+    std::fputc('\n', stderr);
+    return code;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication app(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("vantile-build"));
+
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("Builds a Vantile project into Morvane_Flash.bin."));
+    parser.addHelpOption();
+    parser.addPositionalArgument(QStringLiteral("project"), QStringLiteral("The project's .uiprj file."));
+    const QCommandLineOption timeOption(QStringLiteral("time"),
+                                        QStringLiteral("Build time \"yyyy-MM-dd hh:mm:ss\" instead of now."),
+                                        QStringLiteral("time"));
+    const QCommandLineOption strictOption(
+        QStringLiteral("strict"), QStringLiteral("Fail when the build has complaints or does not fit the flash."));
+    parser.addOption(timeOption);
+    parser.addOption(strictOption);
+    if (!parser.parse(QCoreApplication::arguments()))
+        return fail(BuildExit::Usage, parser.errorText());
+    if (parser.isSet(QStringLiteral("help"))) {
+        out(parser.helpText());
+        return BuildExit::Ok;
+    }
+    const QStringList args = parser.positionalArguments();
+    if (args.size() != 1)
+        return fail(BuildExit::Usage, QStringLiteral("usage: vantile-build PATH/project.uiprj "
+                                                     "[--time \"yyyy-MM-dd hh:mm:ss\"] [--strict]"));
+
+    BuildOptions options;
+    if (parser.isSet(timeOption)) {
+        options.fixedTime = QDateTime::fromString(parser.value(timeOption), QStringLiteral("yyyy-MM-dd hh:mm:ss"));
+        if (!options.fixedTime.isValid())
+            return fail(BuildExit::Usage, QStringLiteral("--time wants \"yyyy-MM-dd hh:mm:ss\", not \"")
+                                              + parser.value(timeOption) + QLatin1Char('"'));
+    }
+
+    const ProjectLoad load = loadProject(args.first());
+    for (const QString &w : load.warnings)
+        out(QStringLiteral("Warning: ") + w);
+    if (!load.ok)
+        return fail(BuildExit::CannotOpen, load.reason);
+
+    MakeBin driver;
+    installStandardBuild(driver);
+    driver.setLogSink(out);
+    driver.setNotifier([](const QString &title, const QString &text) { out(title + QStringLiteral(": ") + text); });
+    const BuildResult result = driver.run(load.input, options);
+
+    QString reason;
+    const int code = BuildExit::forResult(result, parser.isSet(strictOption), &reason);
+    return code == BuildExit::Ok ? code : fail(code, reason);
+}

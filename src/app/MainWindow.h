@@ -122,6 +122,8 @@ public slots:
     void DeletePage();
     void on_tableView_Para_doubleClicked(const QModelIndex &index);
     void on_tableView_Wdg_clicked(const QModelIndex &index);
+    // "objectName:X,Y,W,H" from the widget adjust dialog
+    void Update_from_Dialog(const QString &text);
     void Para_TabelView_Edit_End(QWidget *editor, QAbstractItemDelegate::EndEditHint hint);
 
     // From the dialogs

@@ -221,6 +221,18 @@ private slots:
                  QStringLiteral("button_1:10,10,50,20,0x0020,,,,renamed,Disable,Disable,0x0000,0xFFFF,2;"));
     }
 
+    void geometryFromTheAdjustDialog()
+    {
+        MainWindow w;
+        QVERIFY(w.openProjectFile(makeProject({QLatin1String(kButton)})));
+        w.Update_from_Dialog(QStringLiteral("button_0:7,8,30,25"));
+        QCOMPARE(w.currentPageLines().value(0),
+                 QStringLiteral("button_0:7,8,30,25,0x0020,,,,button_0,Disable,Disable,0x0000,0xFFFF,1;"));
+        QCOMPARE(w.canvasWidgets()->find(QStringLiteral("button_0"))->geometry(), QRect(7, 8, 30, 25));
+        w.Update_from_Dialog(QStringLiteral("button_9:1,1,1,1")); // no such widget: nothing changes
+        QCOMPARE(w.currentPageLines().size(), 1);
+    }
+
     void rowLabelsFollowTheLanguage()
     {
         MainWindow w;

@@ -176,6 +176,7 @@ private:
     void resetPageAttributes();
     void rebuildPageInfoLine();
     void setPageNameCell(int row, const QString &name);
+    void selectWidgetRow(); // the widget table follows the selection
     void clearLiveWidgets();
     bool takeStep(int row);
     void appendPageRow(int row, const QString &name);

@@ -61,6 +61,17 @@ void MainWindow::fillWidgetTable()
                                new QStandardItem(described ? widget.name() : QString())});
     }
     tableView_Wdg->setColumnWidth(0, m_wdgColumnWidth[0]);
+    selectWidgetRow();
+}
+
+void MainWindow::selectWidgetRow()
+{
+    for (int r = 1; r < m_wdgModel->rowCount(); ++r) {
+        if (m_wdgModel->index(r, 0).data().toString() == m_selectedName) {
+            tableView_Wdg->selectRow(r);
+            return;
+        }
+    }
     tableView_Wdg->selectRow(0);
 }
 

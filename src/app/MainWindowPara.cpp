@@ -174,6 +174,7 @@ void MainWindow::selectByName(const QString &objectName)
         old->setStyleSheet(QLatin1String(CanvasWidgets::kCommonStyle));
     if (objectName.isEmpty() || objectName == QLatin1String("label_Show") || objectName == QLatin1String("Page")) {
         m_selectedName = QStringLiteral("label_Show");
+        selectWidgetRow();
         fillPageRows();
         return;
     }
@@ -188,6 +189,7 @@ void MainWindow::selectByName(const QString &objectName)
             label->setStyleSheet(m_referenceStyle);
             label->raise();
         }
+        selectWidgetRow();
         fillWidgetRows();
         return;
     }

@@ -2,6 +2,7 @@
 
 #include "app/Prompts.h"
 #include "designer/CanvasWidgets.h"
+#include "editors/DialogList.h"
 #include "editors/DialogProjectSetting.h"
 #include "project/AppPaths.h"
 
@@ -128,6 +129,8 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent)
     connect(m_dialogProjectSetting, &DialogProjectSetting::new_prj_setting_close, this,
             &MainWindow::New_Projectsetting);
     connect(m_dialogProjectSetting, &DialogProjectSetting::ICType_change, this, &MainWindow::ICType_Change);
+    m_dialogList = new DialogList(this);
+    connect(m_dialogList, &DialogList::Background_mask_Close_Signal_list, this, &MainWindow::Background_mask_Close);
 
     retranslateForm();
     QMetaObject::connectSlotsByName(this);
@@ -218,6 +221,8 @@ bool MainWindow::switchLanguage(int index)
     setTableHeaders();
     statusBar_Switch_Language();
     m_dialogProjectSetting->retranslate();
+    m_dialogList->setLanguage(index);
+    m_dialogList->retranslate();
     fillWidgetTable();
     if (m_selectedName == QLatin1String("label_Show"))
         fillPageRows();

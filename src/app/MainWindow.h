@@ -39,6 +39,7 @@ namespace vantile {
 
 class CanvasWidgets;
 class MakeBin;
+class DialogList;
 class DialogProjectSetting;
 
 class MainWindow : public QMainWindow
@@ -68,6 +69,7 @@ public:
     const QStringList &currentPageLines() const { return m_currentPageLines; }
     ProjectSettings &settings() { return m_settings; }
     DialogProjectSetting *projectSettingDialog() const { return m_dialogProjectSetting; }
+    DialogList *listDialog() const { return m_dialogList; }
     QAction *action(const QString &objectName) const { return m_actions.value(objectName); }
     QSize canvasSize() const { return m_canvasSize; }
     int icType() const { return m_icType; }
@@ -309,6 +311,7 @@ private:
 
     QTranslator *m_translator = nullptr;
     DialogProjectSetting *m_dialogProjectSetting = nullptr;
+    DialogList *m_dialogList = nullptr;
 };
 
 } // namespace vantile

@@ -1,6 +1,7 @@
 #include "app/MainWindow.h"
 
 #include "app/Prompts.h"
+#include "app/TableView.h"
 #include "designer/CanvasWidgets.h"
 #include "editors/DialogList.h"
 #include "editors/DialogProjectSetting.h"
@@ -63,6 +64,7 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent)
     tableView_Para->setColumnWidth(0, m_paraColumnWidth[0]);
     setTableHeaders();
     setupParaTable();
+    connect(tableView_Wdg, &TableView::updateTableView, this, &MainWindow::UpdatePageWdgList_from_TableView);
     label_Show->installEventFilter(this);
     tableView_Page->installEventFilter(this);
     tableView_Page->viewport()->installEventFilter(this);

@@ -126,6 +126,9 @@ public slots:
     void on_tableView_Wdg_clicked(const QModelIndex &index);
     // "objectName:X,Y,W,H" from the widget adjust dialog
     void Update_from_Dialog(const QString &text);
+    // A row of the widget list dragged from one place to another: the
+    // widget's line moves with it (rows after "Page" follow the lines).
+    void UpdatePageWdgList_from_TableView(int from, int to);
     void Para_TabelView_Edit_End(QWidget *editor, QAbstractItemDelegate::EndEditHint hint);
 
     // From the dialogs
@@ -271,7 +274,7 @@ private:
     QWidget *centralwidget = nullptr;
     QWidget *widget_para = nullptr;
     QSplitter *splitter = nullptr;
-    QTableView *tableView_Wdg = nullptr;
+    class TableView *tableView_Wdg = nullptr;
     QTableView *tableView_Para = nullptr;
     QFrame *frame_tools = nullptr;
     QWidget *m_toolsHolder = nullptr; // the sideways scroller around the frame

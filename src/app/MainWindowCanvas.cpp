@@ -4,6 +4,7 @@
 #include "app/MainWindow.h"
 
 #include "app/Prompts.h"
+#include "app/TableView.h"
 #include "designer/CanvasWidgets.h"
 #include "widgets/WidgetLine.h"
 

@@ -4,6 +4,7 @@
 
 #include "app/Icons.h"
 #include "app/MainWindow.h"
+#include "app/TableView.h"
 
 #include <QCoreApplication>
 #include <QFrame>
@@ -220,10 +221,10 @@ void forEachSpec(F f)
     for (const auto &s : kToolBar) f(s);
 }
 
-QTableView *makeTable(QWidget *parent, const char *name, const QString &headerStyle,
-                      const QString &selectionStyle)
+template <typename View = QTableView>
+View *makeTable(QWidget *parent, const char *name, const QString &headerStyle, const QString &selectionStyle)
 {
-    auto *t = new QTableView(parent);
+    auto *t = new View(parent);
     t->setObjectName(QLatin1String(name));
     t->setEditTriggers(QAbstractItemView::NoEditTriggers);
     t->horizontalHeader()->setStyleSheet(headerStyle);
@@ -406,7 +407,7 @@ void MainWindow::setupForm()
     paraLayout->setContentsMargins(0, 0, 0, 0);
     splitter = new QSplitter(Qt::Vertical, widget_para);
     splitter->setObjectName(QStringLiteral("splitter"));
-    tableView_Wdg = makeTable(splitter, "tableView_Wdg",
+    tableView_Wdg = makeTable<TableView>(splitter, "tableView_Wdg",
                               QStringLiteral("QHeaderView::section{background:LightSkyBlue;}"),
                               QStringLiteral("QTableView::item{selection-background-color:rgb(80,165,230)}"));
     tableView_Para = makeTable(splitter, "tableView_Para",

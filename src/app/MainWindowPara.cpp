@@ -6,6 +6,7 @@
 
 #include "app/ParaDelegates.h"
 #include "app/Prompts.h"
+#include "app/TableView.h"
 #include "designer/CanvasWidgets.h"
 #include "widgets/WidgetLine.h"
 
@@ -249,6 +250,24 @@ void MainWindow::applyWidgetRows()
     takeStep(m_currentPageRow);
 }
 
+// The colour dialog is titled by the kind whose colour it edits.
+static QString colorDialogTitle(WidgetKind kind)
+{
+    switch (kind) {
+    case WidgetKind::Label:
+    case WidgetKind::Statictext:
+        return QStringLiteral("Select Label Color");
+    case WidgetKind::Number:
+        return QStringLiteral("Select Number Color");
+    case WidgetKind::TextRoll:
+        return QStringLiteral("Select TextRoll Color");
+    case WidgetKind::Clock:
+        return QStringLiteral("Select Clock Color");
+    default:
+        return QStringLiteral("Select Color");
+    }
+}
+
 QString MainWindow::widgetEditorResult(const FieldDef &field, const QModelIndex &index)
 {
     const QPoint at = QCursor::pos();
@@ -288,7 +307,7 @@ QString MainWindow::widgetEditorResult(const FieldDef &field, const QModelIndex 
     }
     case Editor::Colour: {
         const quint32 rgb = quint32(index.data().toString().mid(2).toUInt(nullptr, 16));
-        const QColor chosen = Prompts::chooseColor(this, QColor::fromRgb(rgb), QStringLiteral("Select Color"));
+        const QColor chosen = Prompts::chooseColor(this, QColor::fromRgb(rgb), colorDialogTitle(m_editBuffer.kind()));
         if (!chosen.isValid())
             return QString();
         return QStringLiteral("0x%1").arg(chosen.rgb() & 0xFFFFFF, 6, 16, QLatin1Char('0')).toUpper().replace(
@@ -321,6 +340,23 @@ void MainWindow::Update_from_Dialog(const QString &text)
             m_paraModel->setData(m_paraModel->index(f->row, 1), v[i].trimmed());
     }
     applyWidgetRows();
+}
+
+void MainWindow::UpdatePageWdgList_from_TableView(int from, int to)
+{
+    // Row 0 is the page; rows 1.. are the widget lines in order.
+    if (!projectOpen() || from < 1 || to < 1)
+        return;
+    QList<int> widgetLines;
+    for (int i = 0; i < m_currentPageLines.size(); ++i)
+        if (!PageAttributes::isPageLine(m_currentPageLines[i]) && m_currentPageLines[i].indexOf(QLatin1Char(':')) > 0)
+            widgetLines << i;
+    if (from > widgetLines.size() || to > widgetLines.size())
+        return;
+    m_currentPageLines.move(widgetLines[from - 1], widgetLines[to - 1]);
+    loadWidgets(); // a later line lies above an earlier one
+    m_pageDirty = 1;
+    fillWidgetTable();
 }
 
 void MainWindow::loadWidgets()

@@ -233,6 +233,24 @@ private slots:
         QCOMPARE(w.currentPageLines().size(), 1);
     }
 
+    void widgetListRowsReorderTheLines()
+    {
+        MainWindow w;
+        QVERIFY(w.openProjectFile(makeProject({QStringLiteral("Page:,0x0000,,0x0000,,0x0000,,0x0000,;RGBColor(0,0,0);P;Disable;0;0;Disable;"),
+                                               QLatin1String(kButton),
+                                               QStringLiteral("kbkey_3:5,5,20,20,0x0041,,key,Disable,1;")})));
+        // dragging the key's row (2) onto the button's row (1) puts its line first
+        w.UpdatePageWdgList_from_TableView(2, 1);
+        QCOMPARE(w.currentPageLines().value(1), QStringLiteral("kbkey_3:5,5,20,20,0x0041,,key,Disable,1;"));
+        QCOMPARE(w.currentPageLines().value(2), QLatin1String(kButton));
+        QVERIFY(w.currentPageLines().value(0).startsWith(QStringLiteral("Page:")));
+        auto *wdg = w.findChild<QTableView *>(QStringLiteral("tableView_Wdg"));
+        QCOMPARE(wdg->model()->index(1, 0).data().toString(), QStringLiteral("kbkey_3"));
+        QCOMPARE(w.pageDirty(), 1);
+        w.UpdatePageWdgList_from_TableView(0, 2); // the page row never moves
+        QVERIFY(w.currentPageLines().value(0).startsWith(QStringLiteral("Page:")));
+    }
+
     void rowLabelsFollowTheLanguage()
     {
         MainWindow w;

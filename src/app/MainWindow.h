@@ -92,6 +92,8 @@ public:
     const EditBuffer &editBuffer() const { return m_editBuffer; }
     CanvasWidgets *canvasWidgets() const { return m_canvasWidgets; }
     bool addMode() const { return m_addMode; }
+    int selectCount() const { return m_selectCount; }
+    bool groupActive() const { return m_groupActive; }
     const BuildResult &lastBuild() const { return m_lastBuild; }
     QString addToolWord() const { return m_addToolWord; }
 
@@ -208,6 +210,9 @@ private:
     void makeWidget(const QRect &canvasRect);
     void storeLabelGeometry(QLabel *label, bool withSize);
     bool canvasKey(QKeyEvent *event);
+    void collectBand(const QRect &band);
+    void dragGroup(const QPoint &at);
+    void moveMarked(const QPoint &delta);
     MakeBin &buildDriver();
     QString pageFilePath(int row) const;
     bool writePageList();
@@ -258,6 +263,9 @@ private:
     QPoint m_resizeSlack;
     bool m_moved = false;
     int m_hoverState = 0;
+    int m_selectCount = 0;
+    bool m_groupActive = false;
+    QRect m_groupRect; // panel pixels
     bool m_buildRunning = false;
     std::unique_ptr<MakeBin> m_makeBin; // one driver for the session
     BuildResult m_lastBuild;

@@ -7,6 +7,7 @@
 #include "app/TableView.h"
 #include "designer/CanvasWidgets.h"
 #include "widgets/WidgetLine.h"
+#include "project/PageAttributes.h"
 
 #include <QKeyEvent>
 #include <QLabel>
@@ -108,6 +109,11 @@ void MainWindow::resetCanvasState()
     m_drawing = false;
     m_rubberActive = false;
     m_addToolWord.clear();
+    if (m_selectCount > 0) {
+        m_selectCount = 0;
+        m_canvasWidgets->clearMarks();
+    }
+    m_groupActive = false;
     label_Show->setCursor(Qt::ArrowCursor);
     m_hoverState = 0;
     m_statusReady->setText(m_languageIndex == 1 ? QStringLiteral("就绪 :") : QStringLiteral("  Ready :"));
@@ -221,7 +227,20 @@ void MainWindow::mousePressEvent(QMouseEvent *event)
         unmarkSelection();
         resetCanvasState();
         selectByName(QStringLiteral("label_Show"));
-        tableView_Wdg->selectRow(0);
+        m_rubberActive = true;
+        m_drawOrigin = at;
+        select_frame->setText(QString());
+        select_frame->setStyleSheet(QStringLiteral("background-color: rgba(255, 255, 160, 0);border: 2px solid gray"));
+        select_frame->setGeometry(QRect(at, QSize(25, 25)));
+        return;
+    }
+    if (name == QLatin1String("select_frame")) {
+        m_selectedName = name;
+        m_moveRect = select_frame->geometry();
+        m_pressOffset = at - m_moveRect.topLeft();
+        m_resizeMode = false; // a group is dragged, never resized
+        m_moved = false;
+        m_dragging = true;
         return;
     }
     if (!m_canvasWidgets->find(name))
@@ -257,8 +276,23 @@ void MainWindow::mouseMoveEvent(QMouseEvent *event)
         }
         return;
     }
+    if (m_rubberActive) {
+        const QRect band = QRect(m_drawOrigin, at).normalized();
+        if (band.width() > 0 && band.height() > 0) {
+            select_frame->setGeometry(band);
+            select_frame->show();
+            select_frame->raise();
+        } else {
+            select_frame->hide();
+        }
+        return;
+    }
     if (!m_dragging || !(event->buttons() & Qt::LeftButton))
         return;
+    if (m_selectedName == QLatin1String("select_frame")) {
+        dragGroup(at);
+        return;
+    }
     QLabel *label = m_canvasWidgets->find(m_selectedName);
     if (!label || selectionLocked())
         return;
@@ -306,6 +340,15 @@ void MainWindow::mouseReleaseEvent(QMouseEvent *event)
             makeWidget(QRect(m_drawOrigin, QSize(qMax(20, w), qMax(20, h))));
         return;
     }
+    if (m_rubberActive) {
+        m_rubberActive = false;
+        const QRect band = QRect(m_drawOrigin, at).normalized();
+        if (band.width() > 0 && band.height() > 0)
+            collectBand(band);
+        else
+            select_frame->hide();
+        return;
+    }
     if (m_dragging) {
         m_dragging = false;
         if (m_moved) {
@@ -315,11 +358,94 @@ void MainWindow::mouseReleaseEvent(QMouseEvent *event)
     }
 }
 
+void MainWindow::collectBand(const QRect &band)
+{
+    // in panel pixels; a widget counts when it lies fully inside
+    const QRect panel(QPoint(int(band.left() / m_zoomFactor), int(band.top() / m_zoomFactor)),
+                      QPoint(int((band.left() + band.width()) / m_zoomFactor),
+                             int((band.top() + band.height()) / m_zoomFactor)));
+    m_selectCount = 0;
+    m_canvasWidgets->clearMarks();
+    QRect group;
+    QString single;
+    for (const QString &line : m_currentPageLines) {
+        if (PageAttributes::isPageLine(line))
+            continue;
+        EditBuffer w;
+        if (WidgetLine::parse(line, w) != ParseStatus::Ok)
+            continue;
+        if (w.x() < panel.left() || w.x() + w.w() > panel.right() || w.y() < panel.top()
+            || w.y() + w.h() > panel.bottom())
+            continue;
+        QLabel *label = m_canvasWidgets->find(w.objectName());
+        if (!label)
+            continue;
+        m_canvasWidgets->setMarked(w.objectName(), true);
+        label->setStyleSheet(m_selectStyle);
+        const QRect r(w.x(), w.y(), w.w(), w.h());
+        group = m_selectCount == 0 ? r : group.united(r);
+        single = w.objectName();
+        ++m_selectCount;
+    }
+    if (m_selectCount < 1) {
+        select_frame->hide();
+        return;
+    }
+    m_groupActive = true;
+    m_groupRect = group;
+    select_frame->setGeometry(CanvasWidgets::scaled(group, m_zoomFactor));
+    select_frame->setObjectName(QStringLiteral("select_frame"));
+    select_frame->setStyleSheet(m_selectStyle);
+    if (m_selectCount == 1) {
+        select_frame->hide();
+        selectByName(single);
+        return;
+    }
+    select_frame->show();
+    select_frame->raise();
+    m_selectedName = QStringLiteral("select_frame");
+}
+
+void MainWindow::dragGroup(const QPoint &at)
+{
+    const QSize canvas = canvasPixels();
+    int left = qMax(0, at.x() - m_pressOffset.x());
+    int top = qMax(0, at.y() - m_pressOffset.y());
+    if (left + select_frame->width() > canvas.width())
+        left = qMax(0, canvas.width() - select_frame->width());
+    if (top + select_frame->height() > canvas.height())
+        top = qMax(0, canvas.height() - select_frame->height());
+    const QPoint delta = QPoint(left, top) - select_frame->pos();
+    select_frame->move(left, top);
+    moveMarked(delta);
+    m_moved = true;
+}
+
+void MainWindow::moveMarked(const QPoint &delta)
+{
+    if (m_selectCount < 1 || delta.isNull())
+        return;
+    for (const QString &line : QStringList(m_currentPageLines)) {
+        const int colon = line.indexOf(QLatin1Char(':'));
+        const QString name = line.left(colon);
+        if (colon <= 0 || !m_canvasWidgets->isMarked(name))
+            continue;
+        EditBuffer w;
+        if (WidgetLine::parse(line, w) != ParseStatus::Ok || w.isLocked())
+            continue;
+        if (QLabel *label = m_canvasWidgets->find(name)) {
+            label->move(label->pos() + delta);
+            storeLabelGeometry(label, false);
+        }
+    }
+}
+
 bool MainWindow::canvasKey(QKeyEvent *event)
 {
     if (m_selectedName == QLatin1String("label_Show") || selectionLocked())
         return false;
-    QLabel *label = m_canvasWidgets->find(m_selectedName);
+    const bool group = m_selectedName == QLatin1String("select_frame");
+    QLabel *label = group ? select_frame : m_canvasWidgets->find(m_selectedName);
     if (!label)
         return false;
     const QSize canvas = canvasPixels();
@@ -346,8 +472,12 @@ bool MainWindow::canvasKey(QKeyEvent *event)
     default:
         return false;
     }
+    const QPoint delta = pos - label->pos();
     label->move(pos);
-    storeLabelGeometry(label, false);
+    if (group)
+        moveMarked(delta);
+    else
+        storeLabelGeometry(label, false);
     takeStep(m_currentPageRow); // each arrow press is one step
     return true;
 }

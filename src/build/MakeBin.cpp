@@ -1,4 +1,7 @@
 #include "build/MakeBin.h"
+#include "build/PageBlock.h"
+#include "build/PageChecks.h"
+#include "build/PictureBlock.h"
 
 #include "project/AppPaths.h"
 #include "project/SealedFile.h"
@@ -591,7 +594,11 @@ void installStandardBuild(MakeBin &driver)
 {
     // The block builders, the checks and the exports join here as they are
     // written; a block without a builder is left out of the image.
-    Q_UNUSED(driver);
+    driver.setBuilder(std::make_unique<PictureBlockBuilder>());
+    driver.setBuilder(std::make_unique<PageBlock::PageBuilder>());
+    driver.setBuilder(std::make_unique<PageBlock::VicePageBuilder>());
+    driver.setStep(BuildStep::SlideMenuMerge, PageBlock::slideMenuMerge);
+    driver.setStep(BuildStep::PreBuildChecks, PageChecks::preBuildChecks);
 }
 
 } // namespace vantile

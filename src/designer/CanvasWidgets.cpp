@@ -63,6 +63,40 @@ int CanvasWidgets::lowestFree(WidgetKind kind) const
     return m_slots.of(WidgetKinds::info(kind).slotOwner).lowestFree();
 }
 
+void CanvasWidgets::setMarked(const QString &objectName, bool marked)
+{
+    const WidgetKind kind = WidgetKinds::kindOfName(objectName);
+    if (kind == WidgetKind::None)
+        return;
+    EditBuffer probe;
+    probe.setObjectName(objectName);
+    m_slots.of(kind).setSelected(probe.index(), marked);
+}
+
+bool CanvasWidgets::isMarked(const QString &objectName) const
+{
+    const WidgetKind kind = WidgetKinds::kindOfName(objectName);
+    if (kind == WidgetKind::None)
+        return false;
+    EditBuffer probe;
+    probe.setObjectName(objectName);
+    return m_slots.of(kind).isSelected(probe.index());
+}
+
+void CanvasWidgets::clearMarks()
+{
+    for (WidgetKind k : WidgetKinds::all()) {
+        WidgetSlots<QLabel> &table = m_slots.of(k);
+        for (int i = 0; i < table.maximum(); ++i) {
+            if (table.isSelected(quint32(i))) {
+                table.setSelected(quint32(i), false);
+                if (QLabel *l = table.at(quint32(i)))
+                    l->setStyleSheet(QLatin1String(kCommonStyle));
+            }
+        }
+    }
+}
+
 int CanvasWidgets::count() const
 {
     int n = 0;

@@ -32,6 +32,11 @@ public:
     int lowestFree(WidgetKind kind) const;
     int count() const;
 
+    // Marks of a group selection: the slot's selected byte.
+    void setMarked(const QString &objectName, bool marked);
+    bool isMarked(const QString &objectName) const;
+    void clearMarks();
+
     // Puts the label of a parsed widget at its scaled rectangle and paints
     // its picture, if the kind has one. Returns the picture's size in panel
     // pixels when one was painted (the widget then takes that size).

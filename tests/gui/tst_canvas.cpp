@@ -169,6 +169,42 @@ private slots:
         QCOMPARE(m_w->history().step(0), 3);
     }
 
+    void rubberBandSelectsWholeWidgetsOnly()
+    {
+        open({QStringLiteral("button_0:10,10,50,20,0x0020,,,,a,Disable,Disable,0x0000,0xFFFF,1;"),
+              QStringLiteral("button_1:100,10,50,20,0x0020,,,,b,Disable,Disable,0x0000,0xFFFF,1;"),
+              QStringLiteral("button_2:10,100,50,20,0x0020,,,,c,Disable,Disable,0x0000,0xFFFF,1;")});
+        // a band that cuts through button_1 holds only button_0
+        press(QPoint(5, 5));
+        move(QPoint(120, 40));
+        release(QPoint(120, 40));
+        QCOMPARE(m_w->selectCount(), 1);
+        QVERIFY(m_w->groupActive()); // one widget still makes a group
+        QCOMPARE(m_w->selectedName(), QStringLiteral("button_0"));
+
+        // a band from bottom right to top left around button_0 and button_2
+        press(QPoint(70, 130));
+        move(QPoint(5, 5));
+        release(QPoint(5, 5));
+        QCOMPARE(m_w->selectCount(), 2);
+        QCOMPARE(m_w->selectedName(), QStringLiteral("select_frame"));
+        auto *frame = m_w->findChild<QLabel *>(QStringLiteral("select_frame"));
+        QVERIFY(frame && frame->isVisible());
+        QCOMPARE(frame->geometry(), QRect(10, 10, 50, 110));
+
+        // dragging the group moves both marked widgets by the same delta
+        press(QPoint(20, 20));
+        move(QPoint(25, 27));
+        release(QPoint(25, 27));
+        QCOMPARE(line(0).left(16), QStringLiteral("button_0:15,17,5"));
+        QCOMPARE(line(1).left(17), QStringLiteral("button_1:100,10,5"));
+        QCOMPARE(line(2).left(16), QStringLiteral("button_2:15,107,"));
+        // an arrow key moves the group too
+        QTest::keyClick(m_canvas, Qt::Key_Left);
+        QCOMPARE(line(0).left(16), QStringLiteral("button_0:14,17,5"));
+        QCOMPARE(line(2).left(16), QStringLiteral("button_2:14,107,"));
+    }
+
     void rightClickEndsAddMode()
     {
         open({});

@@ -1,0 +1,377 @@
+#include "build/PageChecks.h"
+
+#include "project/PageList.h"
+#include "project/SealedFile.h"
+#include "widgets/EditBuffer.h"
+#include "widgets/LineGrammar.h"
+#include "widgets/WidgetLine.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSet>
+
+namespace vantile {
+
+namespace PageChecks {
+
+namespace {
+
+using K = WidgetKind;
+
+// Parents in the order the groups are numbered.
+const K kParentOrder[] = {K::Gif, K::Button, K::BatVar, K::RProgress, K::RTouch, K::Icon, K::BitIcon};
+
+bool isOneOf(K kind, std::initializer_list<K> kinds)
+{
+    for (K k : kinds)
+        if (k == kind)
+            return true;
+    return false;
+}
+
+// A static label is a label as far as groups are concerned.
+K groupKind(const QString &line)
+{
+    const K k = WidgetKinds::kindOfLine(line);
+    return k == K::Statictext ? K::Label : k;
+}
+
+QString hexTwo(int n)
+{
+    return QStringLiteral("%1").arg(n, 2, 10, QLatin1Char('0'));
+}
+
+// Icon count: one more than the highest number in Icon/, 0 without icons.
+int iconCount(const BuildContext &ctx)
+{
+    return ctx.hasIcons ? ctx.highestIcon + 1 : 0;
+}
+
+// Numbers of the media files of a folder, by a reader of names.
+QSet<int> numbersIn(const QString &dir, int (*reader)(const QString &))
+{
+    QSet<int> found;
+    for (const QString &name : QDir(dir).entryList(QDir::Files))
+        if (reader(name) >= 0)
+            found.insert(reader(name));
+    return found;
+}
+
+// The mode rule: 0 takes the format, 0x90 (presence only) gives way to a
+// real format and replaces none; a second real format is a complaint.
+bool setMode(QByteArray &modes, int id, quint8 mode)
+{
+    if (id < 0)
+        return true;
+    if (modes.size() <= id)
+        modes.append(QByteArray(id + 1 - modes.size(), '\0'));
+    const quint8 old = quint8(modes[id]);
+    if (old == 0 || (old == 0x90 && mode != 0x90)) {
+        modes[id] = char(mode);
+        return true;
+    }
+    return mode == 0x90 || old == mode;
+}
+
+template <typename F>
+void forEachPageLine(BuildContext &ctx, F f)
+{
+    const quint32 key = pageKey(ctx.settings);
+    for (int row = 0; row < ctx.pageLines.size(); ++row) {
+        const QStringList lines = readPage(ctx.path(pageFile(row, QStringLiteral(".cfg"))), key, &ctx);
+        for (const QString &line : lines)
+            f(row, line);
+    }
+}
+
+} // namespace
+
+QString pageFile(int row, const QString &suffix)
+{
+    return QStringLiteral("Plugin/Page") + PageList::pageId(row) + suffix;
+}
+
+quint32 pageKey(const ProjectSettings &settings)
+{
+    return IniValue::hexadecimal(settings.supplierId.toLatin1());
+}
+
+QStringList readPage(const QString &path, quint32 key, BuildContext *ctx)
+{
+    bool ok = false;
+    const QStringList lines = SealedFile::readLines(path, key, nullptr, &ok);
+    if (!ok && ctx)
+        ctx->log(QStringLiteral("Can't open this file:") + path);
+    QStringList out;
+    for (const QString &line : lines)
+        if (!line.trimmed().isEmpty())
+            out << line;
+    return out;
+}
+
+bool liesInside(const QRect &outer, const QRect &inner)
+{
+    return outer.contains(inner, false);
+}
+
+QRect lineRect(const QString &line)
+{
+    const K kind = WidgetKinds::kindOfLine(line);
+    if (kind == K::None)
+        return QRect();
+    EditBuffer b;
+    if (WidgetLine::parse(line, kind, b) == ParseStatus::Ok)
+        return b.rect();
+    const QStringList f = LineGrammar::split(line).fields;
+    auto at = [&f](int i) { return int(qint16(LineGrammar::readDecimal(f.value(i)))); };
+    return QRect(at(0), at(1), at(2), at(3));
+}
+
+bool hasGroupField(WidgetKind kind)
+{
+    return isOneOf(kind == K::Statictext ? K::Label : kind,
+                   {K::Gif, K::Button, K::BatVar, K::Icon, K::Label, K::Number, K::PngNumber, K::RTC,
+                    K::RProgress, K::RTouch, K::BitIcon});
+}
+
+bool isGroupParentKind(WidgetKind kind)
+{
+    return isOneOf(kind, {K::Gif, K::Button, K::BatVar, K::RProgress, K::RTouch, K::Icon, K::BitIcon});
+}
+
+bool isGroupMemberKind(WidgetKind kind)
+{
+    return isOneOf(kind == K::Statictext ? K::Label : kind,
+                   {K::Label, K::Number, K::Icon, K::PngNumber, K::RTC, K::BitIcon});
+}
+
+quint16 lineGroup(const QString &line)
+{
+    const K kind = WidgetKinds::kindOfLine(line);
+    if (!hasGroupField(kind))
+        return kNoGroup;
+    EditBuffer b;
+    if (WidgetLine::parse(line, kind, b) == ParseStatus::Ok)
+        return b.tail();
+    // Not described yet: the group number stands just before lockState.
+    const QStringList f = LineGrammar::split(line).fields;
+    if (f.size() < 2)
+        return kNoGroup;
+    return quint16(LineGrammar::readHex(f[f.size() - 2]));
+}
+
+QString withGroup(const QString &line, quint16 group)
+{
+    const K kind = WidgetKinds::kindOfLine(line);
+    if (!hasGroupField(kind))
+        return line;
+    EditBuffer b;
+    if (WidgetLine::parse(line, kind, b) == ParseStatus::Ok) {
+        if (!b.hasTail())
+            return line;
+        b.setTail(group);
+        return WidgetLine::write(b);
+    }
+    LineGrammar::Parts p = LineGrammar::split(line);
+    if (p.fields.size() < 2)
+        return line;
+    p.fields[p.fields.size() - 2] = LineGrammar::hex16(group);
+    return LineGrammar::join(p.objectName, p.fields);
+}
+
+QStringList assignGroups(const QStringList &input, int chipIndex)
+{
+    QStringList lines = input;
+    for (QString &line : lines)
+        line = withGroup(line, kNoGroup);
+    if (chipIndex == 0 || lines.isEmpty())
+        return lines;
+
+    QVector<K> kinds;
+    QVector<QRect> rects;
+    for (const QString &line : lines) {
+        kinds << groupKind(line);
+        rects << lineRect(line);
+    }
+    quint16 counter = 1;
+    for (K parentKind : kParentOrder) {
+        for (int p = 0; p < lines.size(); ++p) {
+            if (kinds[p] != parentKind)
+                continue;
+            bool member = false;
+            for (int m = 0; m < lines.size(); ++m) {
+                if (m == p || !isGroupMemberKind(kinds[m]) || !liesInside(rects[p], rects[m]))
+                    continue;
+                lines[m] = withGroup(lines[m], counter);
+                member = true;
+            }
+            if (member) {
+                lines[p] = withGroup(lines[p], counter);
+                ++counter;
+            }
+        }
+    }
+    return lines;
+}
+
+QVector<int> groupParents(const QStringList &lines)
+{
+    QVector<int> parents(lines.size(), -1);
+    QVector<quint16> groups;
+    QVector<K> kinds;
+    for (const QString &line : lines) {
+        groups << lineGroup(line);
+        kinds << groupKind(line);
+    }
+    // The parent of a group is the widget of a parent kind, first in the
+    // numbering order, whose rectangle holds every other widget of the group.
+    QMap<quint16, int> parentOf;
+    for (K parentKind : kParentOrder) {
+        for (int p = 0; p < lines.size(); ++p) {
+            const quint16 g = groups[p];
+            if (kinds[p] != parentKind || g == kNoGroup || parentOf.contains(g))
+                continue;
+            const QRect outer = lineRect(lines[p]);
+            bool holdsAll = true;
+            for (int m = 0; m < lines.size() && holdsAll; ++m)
+                if (m != p && groups[m] == g)
+                    holdsAll = liesInside(outer, lineRect(lines[m]));
+            if (holdsAll)
+                parentOf.insert(g, p);
+        }
+    }
+    for (int i = 0; i < lines.size(); ++i) {
+        const auto it = parentOf.constFind(groups[i]);
+        if (groups[i] != kNoGroup && it != parentOf.constEnd() && it.value() != i)
+            parents[i] = it.value();
+    }
+    return parents;
+}
+
+void overlapGroupStep(BuildContext &ctx)
+{
+    const quint32 key = pageKey(ctx.settings);
+    for (int row = 0; row < ctx.pageLines.size(); ++row) {
+        const QString path = ctx.path(pageFile(row, QStringLiteral(".cfg")));
+        const QStringList lines = readPage(path, key, &ctx);
+        const QStringList grouped = assignGroups(lines, ctx.settings.panelType);
+        if (grouped != lines && !SealedFile::writeLines(path, grouped, key, ctx.logSink))
+            ctx.complain(QStringLiteral("Can't write this file:") + path);
+    }
+}
+
+void iconUseCheck(BuildContext &ctx, QByteArray &modes)
+{
+    const int count = iconCount(ctx);
+    forEachPageLine(ctx, [&](int row, const QString &line) {
+        const K kind = WidgetKinds::kindOfLine(line);
+        EditBuffer b;
+        if (kind == K::None || WidgetLine::parse(line, kind, b) != ParseStatus::Ok)
+            return;
+        const KindDef *def = b.definition();
+        const QString head = QStringLiteral("Page") + QString::number(row) + QStringLiteral(": ") + b.name();
+        for (int i = 0; i < def->fieldCount; ++i) {
+            if (def->fields[i].codec != Codec::IconRef)
+                continue;
+            const QString ref = b.value(i).text;
+            if (ref.isEmpty())
+                continue; // a touch kind without a picture
+            const int id = LineGrammar::iconNumber(ref);
+            if (id < 0)
+                continue;
+            if (id >= count) {
+                ctx.complain(head + QStringLiteral(", eImage is over the max Icon's id"));
+                continue;
+            }
+            // The touch kinds only need the icon to be there.
+            if (!setMode(modes, id, 0x90))
+                ctx.complain(head + QStringLiteral(", the Icon's imageData is multiple modes"));
+        }
+    });
+}
+
+void gifUseCheck(BuildContext &ctx, QByteArray &modes)
+{
+    const QSet<int> files = numbersIn(ctx.path(QStringLiteral("Gif")), LineGrammar::gifNumber);
+    forEachPageLine(ctx, [&](int row, const QString &line) {
+        const K kind = WidgetKinds::kindOfLine(line);
+        EditBuffer b;
+        if (kind == K::None || WidgetLine::parse(line, kind, b) != ParseStatus::Ok)
+            return;
+        const KindDef *def = b.definition();
+        for (int i = 0; i < def->fieldCount; ++i) {
+            if (def->fields[i].codec != Codec::GifRef)
+                continue;
+            const int id = LineGrammar::gifNumber(b.value(i).text);
+            if (id < 0 || !files.contains(id)) {
+                ctx.complain(QStringLiteral("Page") + QString::number(row) + QStringLiteral(": ") + b.name()
+                             + QString::number(qMax(id, 0)) + QStringLiteral("_Gifxxx isn't in the Gif folder"));
+                continue;
+            }
+            setMode(modes, id, 0x90);
+        }
+    });
+}
+
+void fontUseCheck(BuildContext &ctx, QByteArray &used, int fontCount)
+{
+    if (used.size() < fontCount)
+        used.append(QByteArray(fontCount - used.size(), '\0'));
+    const QSet<int> files = numbersIn(ctx.path(QStringLiteral("FontBin")), LineGrammar::fontNumber);
+    forEachPageLine(ctx, [&](int row, const QString &line) {
+        const K kind = WidgetKinds::kindOfLine(line);
+        EditBuffer b;
+        if (kind == K::None || WidgetLine::parse(line, kind, b) != ParseStatus::Ok)
+            return;
+        const KindDef *def = b.definition();
+        for (int i = 0; i < def->fieldCount; ++i) {
+            if (def->fields[i].codec != Codec::FontRef)
+                continue;
+            const int id = int(b.value(i).number);
+            if (!files.contains(id)) {
+                ctx.complain(QStringLiteral("Page") + QString::number(row) + QStringLiteral(": ") + b.name()
+                             + hexTwo(id) + QStringLiteral("_Fontxxx isn't in the FontBin folder"));
+                continue;
+            }
+            if (id >= 0 && id < fontCount)
+                used[id] = 1;
+        }
+    });
+}
+
+QString pageRangeCheck(const QString &projectDir, const QStringList &pageLines, const ProjectSettings &settings)
+{
+    QString text = QStringLiteral("Out of page range!\n");
+    const QRect panel(0, 0, settings.xSizeValue(), settings.ySizeValue());
+    const quint32 key = pageKey(settings);
+    QString dir = projectDir;
+    if (!dir.endsWith(QLatin1Char('/')))
+        dir += QLatin1Char('/');
+    for (int row = 0; row < pageLines.size(); ++row) {
+        for (const QString &line : readPage(dir + pageFile(row, QStringLiteral(".cfg")), key)) {
+            const K kind = WidgetKinds::kindOfLine(line);
+            if (kind == K::None || kind == K::Gif)
+                continue;
+            const QRect r = lineRect(line);
+            if (liesInside(panel, r))
+                continue;
+            EditBuffer b;
+            QString name = LineGrammar::split(line).objectName;
+            if (WidgetLine::parse(line, kind, b) == ParseStatus::Ok)
+                name = b.name();
+            text += QStringLiteral("Page") + QString::number(row) + QStringLiteral(",widget_Name:") + name
+                    + QStringLiteral(", X:") + QString::number(r.x()) + QStringLiteral(" Y:")
+                    + QString::number(r.y()) + QLatin1Char('\n');
+        }
+    }
+    return text;
+}
+
+void preBuildChecks(BuildContext &ctx)
+{
+    overlapGroupStep(ctx);
+}
+
+} // namespace PageChecks
+
+} // namespace vantile

@@ -1,0 +1,397 @@
+// The page block and the Vice page block: the index that chains the
+// addresses, the page's own touch record, a page with a button, the empty
+// Vice entries; and the checks before them: the overlap groups, the page
+// range text, the icon use complaints. Expected bytes are worked out by
+// hand from the record tables, little-endian.
+
+#include "build/MakeBin.h"
+#include "build/PageBlock.h"
+#include "build/PageChecks.h"
+#include "project/PageAttributes.h"
+#include "project/PageList.h"
+#include "project/SealedFile.h"
+#include "widgets/Records.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QtTest>
+
+using namespace vantile;
+
+namespace {
+
+QByteArray hex(const char *spaced)
+{
+    return QByteArray::fromHex(QByteArray(spaced).replace(' ', ""));
+}
+
+QByteArray readAll(const QString &path)
+{
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+void writeText(const QString &path, const QString &text)
+{
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    QFile f(path);
+    QVERIFY(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    f.write(text.toUtf8());
+}
+
+// A page line with every attribute at its default.
+const char *const kPlainPageLine = "Page:,0x0000,,0x0000,,0x0000,,0x0000,;RGBColor(0,0,0);P;Disable;0;0;Disable;";
+
+// A button at (10, 20), 100 x 50, code 0x0021, no pictures, no page.
+QString buttonLine(const QString &name, int x, int y, int w, int h, const QString &report = "Disable",
+                   const QString &tail = "0xFFFF")
+{
+    return QStringLiteral("button_0:%1,%2,%3,%4,0x0021,,,,%5,%6,Disable,0x0000,%7,1;")
+        .arg(x).arg(y).arg(w).arg(h).arg(name, report, tail);
+}
+
+// A build context on a project directory with `pages` plain pages.
+struct Project {
+    QTemporaryDir dir;
+    BlockDirectory directory;
+    BuildContext ctx;
+
+    explicit Project(int pages, int chip = 3)
+    {
+        ctx.projectDir = dir.path() + QStringLiteral("/");
+        QDir(dir.path()).mkpath(QStringLiteral("Plugin"));
+        ctx.settings.xsize = QStringLiteral("800");
+        ctx.settings.ysize = QStringLiteral("480");
+        ctx.settings.panelType = chip;
+        ctx.flags = BuildFlags::of(ctx.settings);
+        for (int i = 0; i < pages; ++i) {
+            ctx.pageLines << PageList::blankLine(i);
+            ctx.pages << PageInfo::parse(ctx.pageLines.last());
+        }
+        ctx.directory = &directory;
+    }
+    void page(int row, const QStringList &lines)
+    {
+        writeText(ctx.projectDir + PageChecks::pageFile(row, ".cfg"),
+                  lines.isEmpty() ? QString() : lines.join('\n') + '\n');
+    }
+    QStringList lines(int row) const
+    {
+        return PageChecks::readPage(ctx.projectDir + PageChecks::pageFile(row, ".cfg"), SealedFile::kBuiltInKey);
+    }
+};
+
+} // namespace
+
+class TstPageBlock : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    // --- the index ----------------------------------------------------------------
+    void pageIndexChainsLengths()
+    {
+        // Block at 0x10180, three pages: the index takes 36 = 0x24 bytes.
+        // Page 0: display 0x101A4 (10), touch 0x101AE (4).
+        // Page 1: display 0x101B2 (0), touch 0x101B2 (0).
+        // Page 2: display 0x101B2 (6), touch 0x101B8 (2).
+        const QByteArray index = PageBlock::pageIndex(0x10180, {{10, 4}, {0, 0}, {6, 2}});
+        QCOMPARE(index, hex("A4 01 01 00 0A 00  AE 01 01 00 04 00"
+                            "B2 01 01 00 00 00  B2 01 01 00 00 00"
+                            "B2 01 01 00 06 00  B8 01 01 00 02 00"));
+        QVERIFY(PageBlock::pageIndex(0x10180, {}).isEmpty());
+    }
+
+    void viceIndexOfEmptyEntries()
+    {
+        // Three entries of 6 bytes: every address is 0x20000 + 18 = 0x20012.
+        QCOMPARE(PageBlock::viceIndex(0x20000, {0, 0, 0}),
+                 hex("12 00 02 00 00 00  12 00 02 00 00 00  12 00 02 00 00 00"));
+        // With lengths, each address runs on from the one before.
+        QCOMPARE(PageBlock::viceIndex(0x100, {5, 0, 3}),
+                 hex("12 01 00 00 05 00  17 01 00 00 00 00  17 01 00 00 03 00"));
+    }
+
+    // --- the page's own touch record ----------------------------------------------
+    void pageTouchRecord_data()
+    {
+        QTest::addColumn<QString>("line");
+        QTest::addColumn<bool>("vice");
+        QTest::addColumn<QByteArray>("record");
+        QTest::newRow("defaults") << QString(kPlainPageLine) << false
+                                  << hex("00 80 15  FF FF 00 00  FF FF 00 00  FF FF 00 00  FF FF 00 00  00  00 00  00 00");
+        // left Page0002 / 0x0011, top Page0010 / 0x0123, slide on over rows
+        // 40 to 300 (0x012C), report to host on: flags 0x80 + 0x40.
+        QTest::newRow("set") << QString("Page:Page0002,0x0011,,0x0000,Page0010,0x0123,,0x0000,;RGBColor(0,0,0);P;"
+                                        "Enable;40;300;Enable;")
+                             << false
+                             << hex("00 C0 15  02 00 11 00  FF FF 00 00  0A 00 23 01  FF FF 00 00  01  28 00  2C 01");
+        QTest::newRow("vice") << QString(kPlainPageLine) << true
+                              << hex("00 81 15  FF FF 00 00  FF FF 00 00  FF FF 00 00  FF FF 00 00  00  00 00  00 00");
+    }
+    void pageTouchRecord()
+    {
+        QFETCH(QString, line);
+        QFETCH(bool, vice);
+        QFETCH(QByteArray, record);
+        PageAttributes page;
+        page.parse(line);
+        const QByteArray got = PageBlock::pageTouchRecord(page, vice);
+        QCOMPARE(got.size(), 24);
+        QCOMPARE(got, record);
+    }
+
+    // --- whole blocks -----------------------------------------------------------
+    void pageWithoutWidgetsHasItsPageRecord()
+    {
+        // Page 0 has an empty file, page 1 only its Page: line.
+        Project p(2);
+        p.page(0, {});
+        p.page(1, {kPlainPageLine});
+        p.ctx.runningAddress = 0x10180;
+        PageBlock::PageBuilder().build(p.ctx);
+
+        // Index 24 bytes: everything starts at 0x10198; page 1 has 24 touch bytes.
+        const QByteArray block = readAll(p.ctx.blockPath(Block::Page));
+        QCOMPARE(block, hex("98 01 01 00 00 00  98 01 01 00 00 00"
+                            "98 01 01 00 00 00  98 01 01 00 18 00"
+                            "00 80 15  FF FF 00 00  FF FF 00 00  FF FF 00 00  FF FF 00 00  00  00 00  00 00"));
+        QCOMPARE(p.ctx.runningAddress, qint64(0x10180 + 48));
+        QCOMPARE(p.directory.value(BlockDirectory::PageBlockAddress), 0x10180u);
+        QCOMPARE(p.directory.value(BlockDirectory::PageCount), 2u);
+        QVERIFY(!QFile::exists(p.ctx.path("Plugin/Page0000.bin")));
+        QCOMPARE(readAll(p.ctx.path("Plugin/Page0001.bin")).size(), 24);
+        QVERIFY(p.ctx.errorText.contains("Page0:\n"));
+        QVERIFY(p.ctx.errorText.contains("Page1:\n"));
+    }
+
+    void pageWithOneButton()
+    {
+        Project p(1);
+        p.page(0, {kPlainPageLine, buttonLine("b0", 10, 20, 100, 50, "Enable")});
+        p.ctx.runningAddress = 0x10180;
+        PageBlock::PageBuilder().build(p.ctx);
+
+        // Display 0 bytes, touch 24 + 21 = 45 (0x2D), both at 0x1018C.
+        // Button: type 1, flags 0xC0, 18; left 10, top 20, right 109 (0x6D),
+        // bottom 69 (0x45), code 0x0021, no pictures, no page, tail 0xFFFF.
+        const QByteArray block = readAll(p.ctx.blockPath(Block::Page));
+        QCOMPARE(block, hex("8C 01 01 00 00 00  8C 01 01 00 2D 00"
+                            "00 80 15  FF FF 00 00  FF FF 00 00  FF FF 00 00  FF FF 00 00  00  00 00  00 00"
+                            "01 C0 12  0A 00 14 00 6D 00 45 00  21 00  FF FF FF FF FF FF  FF FF"));
+        QCOMPARE(p.ctx.runningAddress, qint64(0x10180 + 12 + 45));
+    }
+
+    void buttonBeforePageLineInFileStillFollowsIt()
+    {
+        // Pass 2 (the page) comes before pass 4 (buttons) whatever the file order.
+        Project p(1);
+        p.page(0, {buttonLine("b0", 0, 0, 1, 1), kPlainPageLine});
+        p.ctx.runningAddress = 0;
+        PageBlock::PageBuilder().build(p.ctx);
+        const QByteArray bin = readAll(p.ctx.path("Plugin/Page0000.bin"));
+        QCOMPARE(bin.size(), 45);
+        QCOMPARE(quint8(bin[0]), quint8(0));  // the page record
+        QCOMPARE(quint8(bin[24]), quint8(1)); // then the button
+    }
+
+    void streamOverThePanelBufferIsReported()
+    {
+        // 24 + 2339 x 21 = 49143 bytes fit in 49152; 24 + 2340 x 21 = 49164 don't.
+        for (int buttons : {2339, 2340}) {
+            Project p(1);
+            QStringList lines{kPlainPageLine};
+            for (int i = 0; i < buttons; ++i)
+                lines << buttonLine("b", 0, 0, 1, 1);
+            p.page(0, lines);
+            PageBlock::PageBuilder().build(p.ctx);
+            QCOMPARE(readAll(p.ctx.path("Plugin/Page0000.bin")).size(), 24 + buttons * 21);
+            QCOMPARE(p.ctx.errorText.contains("Page0: the touch records take 49164 bytes, more than 49152\n"),
+                     buttons == 2340);
+        }
+    }
+
+    void noPagesWarns()
+    {
+        Project p(0);
+        QStringList boxes;
+        p.ctx.notifier = [&boxes](const QString &t, const QString &m) { boxes << t + "|" + m; };
+        p.ctx.runningAddress = 0x10180;
+        PageBlock::PageBuilder().build(p.ctx);
+        QCOMPARE(boxes, QStringList{"Warning|There aren't any page to bin!"});
+        QVERIFY(!QFile::exists(p.ctx.blockPath(Block::Page)));
+        QCOMPARE(p.ctx.runningAddress, qint64(0x10180));
+    }
+
+    void viceBlockOfEmptyEntries()
+    {
+        Project p(3);
+        p.ctx.runningAddress = 0x20000;
+        PageBlock::VicePageBuilder().build(p.ctx);
+        QCOMPARE(readAll(p.ctx.blockPath(Block::VicePage)),
+                 hex("12 00 02 00 00 00  12 00 02 00 00 00  12 00 02 00 00 00"));
+        QCOMPARE(p.directory.value(BlockDirectory::VicePageAddress), 0x20000u);
+        QCOMPARE(p.directory.value(BlockDirectory::VicePageCount), 3u);
+        QCOMPARE(p.ctx.runningAddress, qint64(0x20000 + 18));
+    }
+
+    void driverPlacesBothBlocks()
+    {
+        // One page with only its Page: line, through the standard build.
+        // Page block at 0x180 + 0x10000: index 12 bytes, then 24 touch bytes,
+        // ending at 0x101A4 where the Vice block starts with its one entry
+        // pointing at 0x101AA.
+        Project p(1);
+        p.page(0, {kPlainPageLine});
+        MakeBin driver;
+        installStandardBuild(driver);
+        BuildInput in;
+        in.projectDir = p.ctx.projectDir;
+        in.settings = p.ctx.settings;
+        in.pageLines = p.ctx.pageLines;
+        BuildOptions o;
+        o.fixedTime = QDateTime(QDate(2024, 3, 9), QTime(14, 5, 7));
+        const BuildResult r = driver.run(in, o);
+        QVERIFY(r.imageWritten);
+        const QByteArray image = readAll(r.imagePath);
+        QCOMPARE(image.mid(0x10180, 36 + 6),
+                 hex("8C 01 01 00 00 00  8C 01 01 00 18 00"
+                     "00 80 15  FF FF 00 00  FF FF 00 00  FF FF 00 00  FF FF 00 00  00  00 00  00 00"
+                     "AA 01 01 00 00 00"));
+        QCOMPARE(r.directory.value(BlockDirectory::PageBlockAddress), 0x10180u);
+        QCOMPARE(r.directory.value(BlockDirectory::PageCount), 1u);
+        QCOMPARE(r.directory.value(BlockDirectory::VicePageAddress), 0x101A4u);
+        QCOMPARE(r.directory.value(BlockDirectory::VicePageCount), 1u);
+    }
+
+    void hostPageTakesItsVicePage()
+    {
+        // Chip 10: page 0 hosts page 1. The host's touch stream holds its own
+        // page record and button, then page 1's page record and button with
+        // the Vice flag (0x81); page 1 itself has two lengths of 0.
+        Project p(2, 10);
+        p.page(0, {kPlainPageLine, buttonLine("b0", 10, 20, 100, 50)});
+        p.page(1, {kPlainPageLine, buttonLine("b1", 0, 0, 10, 10)});
+        p.ctx.vicePages = {1};
+        p.ctx.mergeMap.insert(0, {1});
+        PageBlock::writeMergedFiles(p.ctx);
+        QCOMPARE(PageChecks::readPage(p.ctx.path("Plugin/Page0000.cfc"), SealedFile::kBuiltInKey),
+                 (QStringList{kPlainPageLine, buttonLine("b0", 10, 20, 100, 50), "Mergerboundaryline;",
+                              kPlainPageLine, buttonLine("b1", 0, 0, 10, 10)}));
+
+        p.ctx.runningAddress = 0x10180;
+        PageBlock::PageBuilder().build(p.ctx);
+        // Index 24 bytes; page 0 touch 24 + 21 + 24 + 21 = 90 (0x5A) at
+        // 0x10198; page 1 at 0x10198 + 0x5A = 0x101F2 with nothing.
+        QCOMPARE(readAll(p.ctx.blockPath(Block::Page)),
+                 hex("98 01 01 00 00 00  98 01 01 00 5A 00"
+                     "F2 01 01 00 00 00  F2 01 01 00 00 00"
+                     "00 80 15  FF FF 00 00  FF FF 00 00  FF FF 00 00  FF FF 00 00  00  00 00  00 00"
+                     "01 80 12  0A 00 14 00 6D 00 45 00  21 00  FF FF FF FF FF FF  FF FF"
+                     "00 81 15  FF FF 00 00  FF FF 00 00  FF FF 00 00  FF FF 00 00  00  00 00  00 00"
+                     "01 81 12  00 00 00 00 09 00 09 00  21 00  FF FF FF FF FF FF  FF FF"));
+        QCOMPARE(p.ctx.runningAddress, qint64(0x10180 + 24 + 90));
+
+        // The Vice block: a button has no Vice record, so both entries are
+        // empty and point behind the 12-byte index.
+        p.ctx.runningAddress = 0x10200;
+        PageBlock::VicePageBuilder().build(p.ctx);
+        QCOMPARE(readAll(p.ctx.blockPath(Block::VicePage)), hex("0C 02 01 00 00 00  0C 02 01 00 00 00"));
+    }
+
+    // --- groups -----------------------------------------------------------------
+    void rectangleTest_data()
+    {
+        // A gif at (100, 50), 64 x 32: last column 163, last row 81.
+        QTest::addColumn<QRect>("inner");
+        QTest::addColumn<bool>("inside");
+        QTest::newRow("same size") << QRect(100, 50, 64, 32) << true;
+        QTest::newRow("smaller, touching right/bottom") << QRect(110, 60, 54, 22) << true;
+        QTest::newRow("one pixel right") << QRect(101, 50, 64, 32) << false;
+        QTest::newRow("one pixel left") << QRect(99, 50, 64, 32) << false;
+        QTest::newRow("one pixel up") << QRect(100, 49, 64, 32) << false;
+        QTest::newRow("one pixel taller") << QRect(100, 50, 64, 33) << false;
+    }
+    void rectangleTest()
+    {
+        QFETCH(QRect, inner);
+        QFETCH(bool, inside);
+        QCOMPARE(PageChecks::liesInside(QRect(100, 50, 64, 32), inner), inside);
+    }
+
+    void groupsOnPageLines()
+    {
+        // A button parent at (100, 50), 64 x 32; icon_0 exactly its size,
+        // icon_1 one pixel to the left. Icons are parents too, after the
+        // buttons: icon_1 holds the 1 x 1 icon_2 and makes group 2.
+        const QStringList lines = {
+            kPlainPageLine,
+            buttonLine("b0", 100, 50, 64, 32, "Disable", "0x0007"),
+            "icon_0:100,50,64,32,0001_a.png,icon_0,0xFFFF,1;",
+            "icon_1:99,50,64,32,0001_a.png,icon_1,0x0003,1;",
+            "icon_2:99,50,1,1,0001_a.png,icon_2,0xFFFF,1;",
+        };
+        const QStringList chip3 = PageChecks::assignGroups(lines, 3);
+        QCOMPARE(PageChecks::lineGroup(chip3[1]), quint16(1));
+        QCOMPARE(PageChecks::lineGroup(chip3[2]), quint16(1));
+        QCOMPARE(PageChecks::lineGroup(chip3[3]), quint16(2));
+        QCOMPARE(PageChecks::lineGroup(chip3[4]), quint16(2));
+        QCOMPARE(chip3[0], lines[0]);
+        QCOMPARE(chip3[2], QString("icon_0:100,50,64,32,0001_a.png,icon_0,0x0001,1;"));
+        QCOMPARE(PageChecks::groupParents(chip3), (QVector<int>{-1, -1, 1, -1, 3}));
+
+        // Without icon_2, icon_1 is in no group: its old number is cleared.
+        const QStringList noSmall = PageChecks::assignGroups(lines.mid(0, 4), 3);
+        QCOMPARE(PageChecks::lineGroup(noSmall[3]), quint16(0xFFFF));
+
+        // Chip index 0: no groups, and old numbers are cleared.
+        const QStringList chip0 = PageChecks::assignGroups(lines, 0);
+        for (const QString &line : chip0)
+            QCOMPARE(PageChecks::lineGroup(line), quint16(0xFFFF));
+    }
+
+    void groupStepRewritesPageFiles()
+    {
+        for (int chip : {0, 3}) {
+            Project p(1, chip);
+            p.page(0, {kPlainPageLine, buttonLine("b0", 0, 0, 50, 50, "Disable", "0x0009"),
+                       "icon_0:10,10,20,20,0001_a.png,icon_0,0xFFFF,1;"});
+            PageChecks::overlapGroupStep(p.ctx);
+            const QStringList after = p.lines(0);
+            QCOMPARE(after.size(), 3);
+            const quint16 expected = chip == 0 ? 0xFFFF : 1;
+            QCOMPARE(PageChecks::lineGroup(after[1]), expected);
+            QCOMPARE(PageChecks::lineGroup(after[2]), expected);
+        }
+    }
+
+    // --- checks -------------------------------------------------------------------
+    void pageRangeText()
+    {
+        Project p(2);
+        p.page(0, {kPlainPageLine, buttonLine("whole", 0, 0, 800, 480), buttonLine("edge", 790, 10, 20, 20)});
+        p.page(1, {kPlainPageLine, buttonLine("low", 5, 470, 10, 11)});
+        QCOMPARE(PageChecks::pageRangeCheck(p.ctx.projectDir, p.ctx.pageLines, p.ctx.settings),
+                 QString("Out of page range!\n"
+                         "Page0,widget_Name:edge, X:790 Y:10\n"
+                         "Page1,widget_Name:low, X:5 Y:470\n"));
+    }
+
+    void iconUseComplaints()
+    {
+        Project p(1);
+        p.ctx.hasIcons = true;
+        p.ctx.highestIcon = 3; // ids 0 to 3
+        p.page(0, {kPlainPageLine, "button_0:0,0,10,10,0x0021,0003_a.png,0004_b.png,,b0,Disable,Disable,0x0000,0xFFFF,1;"});
+        QByteArray modes;
+        PageChecks::iconUseCheck(p.ctx, modes);
+        QCOMPARE(p.ctx.errorText, QString("Page0: b0, eImage is over the max Icon's id\n"));
+        QCOMPARE(modes.size(), 4);
+        QCOMPARE(quint8(modes[3]), quint8(0x90));
+        QCOMPARE(quint8(modes[0]), quint8(0));
+    }
+};
+
+QTEST_GUILESS_MAIN(TstPageBlock)
+#include "tst_page_block.moc"

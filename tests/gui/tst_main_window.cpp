@@ -10,6 +10,8 @@
 #include <QAbstractItemModel>
 #include <QComboBox>
 #include <QDir>
+#include <QDirIterator>
+#include <QFileInfo>
 #include <QFile>
 #include <QFrame>
 #include <QImage>
@@ -495,6 +497,36 @@ private slots:
         QVERIFY(recordedMessage(QStringLiteral("TFT_XSIZE or TFT_YSIZE is zero!")));
         QCOMPARE(w.findChild<QLabel *>(QStringLiteral("label_Show"))->pixmap()->size(), QSize(800, 480));
         QVERIFY(QFile::exists(dir.path() + QStringLiteral("/Plugin/Page0000.cfg")));
+    }
+
+    void buildFromTheDesignerWritesTheImage()
+    {
+        QTemporaryDir dir;
+        // a copy of the bundled demo, built as the Build action does
+        const QString src = QStringLiteral(VANTILE_SOURCE_DIR "/examples/demo");
+        QDirIterator it(src, QDir::Files | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
+        while (it.hasNext()) {
+            const QString from = it.next();
+            const QString to = dir.path() + from.mid(src.size());
+            QDir().mkpath(QFileInfo(to).path());
+            QVERIFY(QFile::copy(from, to));
+        }
+        MainWindow w;
+        QVERIFY(w.openProjectFile(dir.path() + QStringLiteral("/demo.uiprj")));
+        w.action(QStringLiteral("actionMake_bin"))->trigger();
+        const QByteArray image = readAll(dir.path() + QStringLiteral("/Morvane_Flash.bin"));
+        QVERIFY(image.size() > 0x10180);
+        // the stamped size at 0x174 is the file's own
+        const quint32 stamped = quint8(image[0x174]) | quint8(image[0x175]) << 8 | quint8(image[0x176]) << 16
+                                | quint32(quint8(image[0x177])) << 24;
+        QCOMPARE(stamped, quint32(image.size()));
+        QVERIFY(recordedMessage(QStringLiteral("Morvane_Flash.bin is ready!")));
+        QVERIFY(w.logView()->toPlainText().contains(QStringLiteral("Make Morvane_Flash.bin")));
+        QVERIFY(w.lastBuild().imageWritten);
+        QVERIFY(QFile::exists(dir.path() + QStringLiteral("/Make_info.txt")));
+        w.action(QStringLiteral("actionClearPrj"))->trigger();
+        QVERIFY(!QFile::exists(dir.path() + QStringLiteral("/Morvane_Flash.bin")));
+        QVERIFY(w.logView()->toPlainText().contains(QStringLiteral("Clean project - Done")));
     }
 
     void newCancelledAtFileDialogChangesNothing()

@@ -3,6 +3,7 @@
 
 #include "app/MainWindow.h"
 #include "app/Prompts.h"
+#include "build/MakeBin.h"
 #include "editors/DialogProjectSetting.h"
 #include "project/AppPaths.h"
 #include "project/TextFiles.h"
@@ -38,6 +39,19 @@ void writeFile(const QString &path, const QByteArray &bytes)
     QFile f(path);
     QVERIFY(f.open(QIODevice::WriteOnly));
     f.write(bytes);
+}
+
+bool copyTree(const QString &src, const QString &dst)
+{
+    QDirIterator it(src, QDir::Files | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        const QString from = it.next();
+        const QString to = dst + from.mid(src.size());
+        QDir().mkpath(QFileInfo(to).path());
+        if (!QFile::copy(from, to))
+            return false;
+    }
+    return true;
 }
 
 QString header(QTableView *view, int section)
@@ -504,17 +518,25 @@ private slots:
         QTemporaryDir dir;
         // a copy of the bundled demo, built as the Build action does
         const QString src = QStringLiteral(VANTILE_SOURCE_DIR "/examples/demo");
-        QDirIterator it(src, QDir::Files | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
-        while (it.hasNext()) {
-            const QString from = it.next();
-            const QString to = dir.path() + from.mid(src.size());
-            QDir().mkpath(QFileInfo(to).path());
-            QVERIFY(QFile::copy(from, to));
-        }
+        QVERIFY(copyTree(src, dir.path()));
+        QTemporaryDir second;
+        QVERIFY(copyTree(src, second.path()));
         MainWindow w;
         QVERIFY(w.openProjectFile(dir.path() + QStringLiteral("/demo.uiprj")));
+        const QDateTime stamp(QDate(2026, 1, 2), QTime(3, 4, 5));
+        w.settings().compilationTimeFixed = true;
+        w.settings().compileDateTime = stamp;
         w.action(QStringLiteral("actionMake_bin"))->trigger();
         const QByteArray image = readAll(dir.path() + QStringLiteral("/Morvane_Flash.bin"));
+        // the same bytes as the headless build of the same project at that time
+        const ProjectLoad headless = loadProject(second.path() + QStringLiteral("/demo.uiprj"));
+        QVERIFY(headless.ok);
+        MakeBin driver;
+        installStandardBuild(driver);
+        BuildOptions options;
+        options.fixedTime = stamp;
+        QVERIFY(driver.run(headless.input, options).imageWritten);
+        QCOMPARE(readAll(second.path() + QStringLiteral("/Morvane_Flash.bin")), image);
         QVERIFY(image.size() > 0x10180);
         // the stamped size at 0x174 is the file's own
         const quint32 stamped = quint8(image[0x174]) | quint8(image[0x175]) << 8 | quint8(image[0x176]) << 16

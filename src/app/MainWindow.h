@@ -105,6 +105,12 @@ public slots:
     void on_actionSave_All_triggered();
     void on_actionExit_triggered();
     void on_actionMake_bin_triggered();
+    void on_actionDelete_triggered();
+    void on_actionLock_triggered();
+    void on_actionUnlock_triggered();
+    void on_actionZoomin_triggered();
+    void on_actionZoomout_triggered();
+    void on_actionOriginal_triggered();
     void on_actionClearPrj_triggered();
     // Help menu: language, tool bar text, auto-save
     void on_actionChinese_triggered();
@@ -214,6 +220,10 @@ private:
     void dragGroup(const QPoint &at);
     void moveMarked(const QPoint &delta);
     MakeBin &buildDriver();
+    // editing commands (MainWindowEdit.cpp)
+    QStringList actedOnNames() const;
+    void applyLock(int state);
+    void setZoom(float zoom);
     QString pageFilePath(int row) const;
     bool writePageList();
     QStringList readPageFile(const QString &path); // either form, records glued

@@ -64,7 +64,11 @@ class TestCanvas : public QObject
     QString line(int i) const { return m_w->currentPageLines().value(i); }
 
 private slots:
-    void initTestCase() { AppPaths::setAppDirOverride(m_appDir.path()); }
+    void initTestCase()
+    {
+        AppPaths::setAppDirOverride(m_appDir.path());
+        QFile::copy(QStringLiteral(VANTILE_QM_DIR "/Translate_EN.qm"), m_appDir.path() + QStringLiteral("/Translate_EN.qm"));
+    }
 
     void init()
     {
@@ -203,6 +207,76 @@ private slots:
         QTest::keyClick(m_canvas, Qt::Key_Left);
         QCOMPARE(line(0).left(16), QStringLiteral("button_0:14,17,5"));
         QCOMPARE(line(2).left(16), QStringLiteral("button_2:14,107,"));
+    }
+
+    void zoomStepsAndLimits()
+    {
+        open({QStringLiteral("button_0:10,10,50,20,0x0020,,,,b,Disable,Disable,0x0000,0xFFFF,1;")});
+        auto *zoomLabel = m_w->findChild<QLabel *>(QStringLiteral("statusLabel_Zoom"));
+        for (int i = 0; i < 11; ++i)
+            m_w->action(QStringLiteral("actionZoomin"))->trigger();
+        // 1.0 + ten steps of 0.2 passes 3.0 in float and stops there
+        QVERIFY(m_w->zoomFactor() > 2.99f && m_w->zoomFactor() < 3.21f);
+        const float top = m_w->zoomFactor();
+        m_w->action(QStringLiteral("actionZoomin"))->trigger();
+        QCOMPARE(m_w->zoomFactor(), top);
+        QCOMPARE(zoomLabel->text(), QStringLiteral("UI Page: %1%  ").arg(int(100 * top)));
+        // the widget is drawn at the scale, its line is unchanged
+        QCOMPARE(m_w->canvasWidgets()->find(QStringLiteral("button_0"))->geometry().left(), int(10 * top));
+        QCOMPARE(line(0), QStringLiteral("button_0:10,10,50,20,0x0020,,,,b,Disable,Disable,0x0000,0xFFFF,1;"));
+        m_w->action(QStringLiteral("actionOriginal"))->trigger();
+        QCOMPARE(m_w->zoomFactor(), 1.0f);
+        QCOMPARE(zoomLabel->text(), QStringLiteral("UI Page: 100%  "));
+        for (int i = 0; i < 5; ++i)
+            m_w->action(QStringLiteral("actionZoomout"))->trigger();
+        // 1.0 -> 0.8 -> 0.6 (a little above in float) -> about 0.4, then no further
+        QVERIFY(m_w->zoomFactor() > 0.39f && m_w->zoomFactor() < 0.61f);
+        QVERIFY(m_w->zoomFactor() >= 0.39f);
+    }
+
+    void arrowAtTwoHundredPercentNeedsTwoPresses()
+    {
+        open({QStringLiteral("button_0:10,10,50,20,0x0020,,,,b,Disable,Disable,0x0000,0xFFFF,1;")});
+        for (int i = 0; i < 5; ++i)
+            m_w->action(QStringLiteral("actionZoomin"))->trigger(); // about 2.0
+        QVERIFY(qAbs(m_w->zoomFactor() - 2.0f) < 0.01f);
+        press(QPoint(30, 30));
+        release(QPoint(30, 30));
+        QCOMPARE(m_w->selectedName(), QStringLiteral("button_0"));
+        // one canvas pixel a press; the stored X is the canvas left divided by the zoom, truncated
+        const float z = m_w->zoomFactor();
+        const int left0 = m_w->canvasWidgets()->find(QStringLiteral("button_0"))->x();
+        QTest::keyClick(m_canvas, Qt::Key_Right);
+        QCOMPARE(line(0).mid(9, 3), QStringLiteral("10,")); // half a pixel: nothing stored yet
+        QTest::keyClick(m_canvas, Qt::Key_Right);
+        QTest::keyClick(m_canvas, Qt::Key_Right);
+        QCOMPARE(line(0).mid(9, 3), QStringLiteral("%1,").arg(int((left0 + 3) / z)));
+        QCOMPARE(line(0).mid(9, 3), QStringLiteral("11,"));
+    }
+
+    void lockAndDelete()
+    {
+        open({QStringLiteral("button_0:10,10,50,20,0x0020,,,,a,Disable,Disable,0x0000,0xFFFF,1;"),
+              QStringLiteral("button_1:100,10,50,20,0x0020,,,,b,Disable,Disable,0x0000,0xFFFF,1;")});
+        press(QPoint(20, 15));
+        release(QPoint(20, 15));
+        m_w->action(QStringLiteral("actionLock"))->trigger();
+        QCOMPARE(line(0), QStringLiteral("button_0:10,10,50,20,0x0020,,,,a,Disable,Disable,0x0000,0xFFFF,2;"));
+        press(QPoint(20, 15));
+        move(QPoint(80, 80));
+        release(QPoint(80, 80));
+        QCOMPARE(line(0).left(15), QStringLiteral("button_0:10,10,"));
+        // a locked widget is still deleted
+        m_w->action(QStringLiteral("actionDelete"))->trigger();
+        QCOMPARE(m_w->currentPageLines().size(), 1);
+        QVERIFY(line(0).startsWith(QStringLiteral("button_1:")));
+        QVERIFY(!m_w->canvasWidgets()->find(QStringLiteral("button_0")));
+        QCOMPARE(m_w->selectedName(), QStringLiteral("label_Show"));
+        // the slot is free again: the next button takes index 0
+        m_w->action(QStringLiteral("AddButton"))->trigger();
+        press(QPoint(200, 200));
+        release(QPoint(230, 230));
+        QVERIFY(line(1).startsWith(QStringLiteral("button_0:200,200,30,30,")));
     }
 
     void rightClickEndsAddMode()

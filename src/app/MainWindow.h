@@ -111,6 +111,15 @@ public slots:
     void on_actionZoomin_triggered();
     void on_actionZoomout_triggered();
     void on_actionOriginal_triggered();
+    void on_actionLeft_Align_triggered();
+    void on_actionRight_Align_triggered();
+    void on_actionTop_Align_triggered();
+    void on_actionBottom_Align_triggered();
+    void on_actionWidth_Align_triggered();
+    void on_actionHeight_Align_triggered();
+    void on_actionShape_Align_triggered();
+    void on_actionLevel_layout_triggered();
+    void on_actionVertical_layout_triggered();
     void on_actionClearPrj_triggered();
     // Help menu: language, tool bar text, auto-save
     void on_actionChinese_triggered();
@@ -224,6 +233,12 @@ private:
     QStringList actedOnNames() const;
     void applyLock(int state);
     void setZoom(float zoom);
+    // align and distribute (MainWindowAlign.cpp)
+    void startBand(int tool);
+    QRect bandInPanel(const QRect &band) const;
+    void applyBand(const QRect &band);
+    void distribute(const QRect &panelBand, bool horizontal);
+    void placeWidget(EditBuffer &widget);
     QString pageFilePath(int row) const;
     bool writePageList();
     QStringList readPageFile(const QString &path); // either form, records glued
@@ -274,6 +289,10 @@ private:
     bool m_moved = false;
     int m_hoverState = 0;
     int m_selectCount = 0;
+    bool m_bandMode = false;
+    bool m_bandActive = false;
+    int m_bandTool = 0;
+    QRect m_referenceRect; // panel pixels
     bool m_groupActive = false;
     QRect m_groupRect; // panel pixels
     bool m_buildRunning = false;

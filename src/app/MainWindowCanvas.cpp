@@ -114,6 +114,9 @@ void MainWindow::resetCanvasState()
         m_canvasWidgets->clearMarks();
     }
     m_groupActive = false;
+    m_bandMode = false;
+    m_bandActive = false;
+    m_bandTool = 0;
     label_Show->setCursor(Qt::ArrowCursor);
     m_hoverState = 0;
     m_statusReady->setText(m_languageIndex == 1 ? QStringLiteral("就绪 :") : QStringLiteral("  Ready :"));
@@ -216,6 +219,14 @@ void MainWindow::mousePressEvent(QMouseEvent *event)
         select_frame->setGeometry(QRect(at, QSize(25, 25)));
         return;
     }
+    if (m_bandMode) {
+        m_drawOrigin = at;
+        m_bandActive = true;
+        select_frame->setText(QString());
+        select_frame->setStyleSheet(QStringLiteral("background-color: rgba(255, 255, 160, 0);border: 2px solid gray"));
+        select_frame->setGeometry(QRect(at, QSize(25, 25)));
+        return;
+    }
     for (const char *outside : kOutsideNames) {
         if (name == QLatin1String(outside)) {
             unmarkSelection();
@@ -271,6 +282,19 @@ void MainWindow::mouseMoveEvent(QMouseEvent *event)
         if (size.width() > 0 && size.height() > 0) {
             select_frame->setGeometry(QRect(m_drawOrigin, at - QPoint(1, 1)));
             select_frame->show();
+        } else {
+            select_frame->hide();
+        }
+        return;
+    }
+    if (m_bandMode) {
+        if (!m_bandActive)
+            return;
+        // only a drag down and to the right shows a band
+        if (at.x() > m_drawOrigin.x() && at.y() > m_drawOrigin.y()) {
+            select_frame->setGeometry(QRect(m_drawOrigin, at - QPoint(1, 1)));
+            select_frame->show();
+            select_frame->raise();
         } else {
             select_frame->hide();
         }
@@ -338,6 +362,15 @@ void MainWindow::mouseReleaseEvent(QMouseEvent *event)
         int h = at.y() - m_drawOrigin.y();
         if (w > 0 && h > 0)
             makeWidget(QRect(m_drawOrigin, QSize(qMax(20, w), qMax(20, h))));
+        return;
+    }
+    if (m_bandMode && m_bandActive) {
+        select_frame->hide();
+        m_bandActive = false;
+        const QRect band(m_drawOrigin, QSize(at.x() - m_drawOrigin.x(), at.y() - m_drawOrigin.y()));
+        if (band.width() > 0 && band.height() > 0)
+            applyBand(band);
+        takeStep(m_currentPageRow);
         return;
     }
     if (m_rubberActive) {

@@ -53,7 +53,9 @@ QLabel *CanvasWidgets::find(const QString &objectName) const
         return nullptr;
     EditBuffer probe;
     probe.setObjectName(objectName);
-    return m_slots.of(kind).at(probe.index());
+    QLabel *label = m_slots.of(kind).at(probe.index());
+    // "label_Show" has the label prefix but is the canvas, not slot 0
+    return label && label->objectName() == objectName ? label : nullptr;
 }
 
 int CanvasWidgets::lowestFree(WidgetKind kind) const
@@ -66,7 +68,7 @@ int CanvasWidgets::lowestFree(WidgetKind kind) const
 void CanvasWidgets::setMarked(const QString &objectName, bool marked)
 {
     const WidgetKind kind = WidgetKinds::kindOfName(objectName);
-    if (kind == WidgetKind::None)
+    if (kind == WidgetKind::None || !find(objectName))
         return;
     EditBuffer probe;
     probe.setObjectName(objectName);
@@ -76,7 +78,7 @@ void CanvasWidgets::setMarked(const QString &objectName, bool marked)
 bool CanvasWidgets::isMarked(const QString &objectName) const
 {
     const WidgetKind kind = WidgetKinds::kindOfName(objectName);
-    if (kind == WidgetKind::None)
+    if (kind == WidgetKind::None || !find(objectName))
         return false;
     EditBuffer probe;
     probe.setObjectName(objectName);

@@ -279,6 +279,53 @@ private slots:
         QVERIFY(line(1).startsWith(QStringLiteral("button_0:200,200,30,30,")));
     }
 
+    void alignWithABand()
+    {
+        open({QStringLiteral("button_0:10,10,100,20,0x0020,,,,ref,Disable,Disable,0x0000,0xFFFF,1;"),
+              QStringLiteral("button_1:200,100,30,60,0x0020,,,,a,Disable,Disable,0x0000,0xFFFF,1;"),
+              QStringLiteral("button_2:300,100,30,10,0x0020,,,,b,Disable,Disable,0x0000,0xFFFF,1;")});
+        // no reference yet
+        m_w->action(QStringLiteral("actionRight_Align"))->trigger();
+        QCOMPARE(Prompts::recorded().last().text, QStringLiteral("Please choose one reference widget first!"));
+        press(QPoint(20, 15)); // button_0 is the reference: 100 wide at X 10
+        release(QPoint(20, 15));
+        m_w->action(QStringLiteral("actionRight_Align"))->trigger();
+        press(QPoint(190, 90));
+        move(QPoint(250, 200));
+        release(QPoint(250, 200));
+        // 10 + 100 - 30
+        QVERIFY(line(1).startsWith(QStringLiteral("button_1:80,100,30,60,")));
+        QVERIFY(line(2).startsWith(QStringLiteral("button_2:300,100,"))); // outside the band
+        const int steps = m_w->history().step(0);
+
+        // bottom align: reference 20 high at Y 10, widget 60 high: 10 + 20 - 60 < 0, and the
+        // reference is not higher than the widget, so Y becomes 0
+        m_w->action(QStringLiteral("actionBottom_Align"))->trigger();
+        press(QPoint(70, 90));
+        release(QPoint(120, 200));
+        QVERIFY(line(1).startsWith(QStringLiteral("button_1:80,0,30,60,")));
+        QCOMPARE(m_w->history().step(0), steps + 1);
+    }
+
+    void equidistanceNeedsThreeWidgets()
+    {
+        open({QStringLiteral("button_0:10,10,20,20,0x0020,,,,a,Disable,Disable,0x0000,0xFFFF,1;"),
+              QStringLiteral("button_1:100,10,20,20,0x0020,,,,b,Disable,Disable,0x0000,0xFFFF,1;"),
+              QStringLiteral("button_2:31,10,20,20,0x0020,,,,c,Disable,Disable,0x0000,0xFFFF,1;")});
+        // two widgets in the band: nothing moves, a step is still taken
+        m_w->action(QStringLiteral("actionLevel_layout"))->trigger();
+        press(QPoint(5, 5));
+        release(QPoint(60, 60));
+        QVERIFY(line(2).startsWith(QStringLiteral("button_2:31,")));
+        QCOMPARE(m_w->history().step(0), 1);
+        // three: sorted by X 10, 31, 100; gap (100 - 10) / 2 = 45; the middle one goes to 55
+        press(QPoint(5, 5));
+        release(QPoint(200, 60));
+        QVERIFY(line(0).startsWith(QStringLiteral("button_0:10,")));
+        QVERIFY(line(1).startsWith(QStringLiteral("button_1:100,")));
+        QVERIFY(line(2).startsWith(QStringLiteral("button_2:55,")));
+    }
+
     void rightClickEndsAddMode()
     {
         open({});

@@ -93,6 +93,7 @@ public:
     CanvasWidgets *canvasWidgets() const { return m_canvasWidgets; }
     bool addMode() const { return m_addMode; }
     int selectCount() const { return m_selectCount; }
+    const QStringList &copyList() const { return m_copyList; }
     bool groupActive() const { return m_groupActive; }
     const BuildResult &lastBuild() const { return m_lastBuild; }
     QString addToolWord() const { return m_addToolWord; }
@@ -111,6 +112,9 @@ public slots:
     void on_actionZoomin_triggered();
     void on_actionZoomout_triggered();
     void on_actionOriginal_triggered();
+    void on_actionWidget_Copy_triggered();
+    void on_actionWidget_Paste_triggered();
+    void on_actionWidget_Clone_triggered();
     void on_actionLeft_Align_triggered();
     void on_actionRight_Align_triggered();
     void on_actionTop_Align_triggered();
@@ -239,6 +243,8 @@ private:
     void applyBand(const QRect &band);
     void distribute(const QRect &panelBand, bool horizontal);
     void placeWidget(EditBuffer &widget);
+    // copy and paste (MainWindowCopy.cpp)
+    bool pasteLine(const QString &line, int dx, int dy, QString *newName);
     QString pageFilePath(int row) const;
     bool writePageList();
     QStringList readPageFile(const QString &path); // either form, records glued
@@ -293,6 +299,9 @@ private:
     bool m_bandActive = false;
     int m_bandTool = 0;
     QRect m_referenceRect; // panel pixels
+    QStringList m_copyList; // outlives a page switch
+    int m_copySourceRow = -1;
+    QRect m_copyRect;       // panel pixels
     bool m_groupActive = false;
     QRect m_groupRect; // panel pixels
     bool m_buildRunning = false;

@@ -326,6 +326,69 @@ private slots:
         QVERIFY(line(2).startsWith(QStringLiteral("button_2:55,")));
     }
 
+    void copyPasteAcrossPagesAndClone()
+    {
+        QDir(root()).mkpath(QStringLiteral("Plugin"));
+        open({QStringLiteral("button_0:10,10,50,20,0x0020,,,,a,Disable,Disable,0x0000,0xFFFF,2;"),
+              QStringLiteral("button_1:380,100,20,20,0x0020,,,,b,Disable,Disable,0x0000,0xFFFF,1;")});
+        m_w->action(QStringLiteral("actionWidget_Copy"))->trigger();
+        QCOMPARE(Prompts::recorded().last().text, QStringLiteral("Please select the widgets"));
+        // a band around both, then copy
+        m_w->resize(1600, 1000);
+        press(QPoint(5, 5));
+        release(QPoint(405 - 4, 125));
+        QCOMPARE(m_w->selectCount(), 2);
+        m_w->action(QStringLiteral("actionWidget_Copy"))->trigger();
+        QCOMPARE(m_w->copyList().size(), 2);
+        // paste on the same page: on top of the sources, new names, the lock undone
+        m_w->action(QStringLiteral("actionWidget_Paste"))->trigger();
+        QCOMPARE(m_w->currentPageLines().size(), 4);
+        QCOMPARE(line(2), QStringLiteral("button_2:10,10,50,20,0x0020,,,,button_2,Disable,Disable,0x0000,0xFFFF,1;"));
+        QCOMPARE(line(3), QStringLiteral("button_3:380,100,20,20,0x0020,,,,button_3,Disable,Disable,0x0000,0xFFFF,1;"));
+        QCOMPARE(m_w->selectedName(), QStringLiteral("select_frame"));
+        // the copy survives a page switch; a smaller page can't hold the copied area
+        m_w->runPageMenuEntry(QStringLiteral("NewPage"));
+        QCOMPARE(m_w->currentPageRow(), 1);
+        m_w->action(QStringLiteral("actionWidget_Paste"))->trigger();
+        QCOMPARE(m_w->currentPageLines().size(), 2); // the page is 400 wide: 380 + 20 fits
+        // the pasted group's frame lies on top; a right click leaves the group
+        QTest::mousePress(m_canvas, Qt::RightButton, {}, QPoint(200, 250));
+        // clone: 10 to the right and down, or 10 back at the page's edge
+        m_w->selectByName(QStringLiteral("button_1")); // the pasted one at 380,100
+        QCOMPARE(m_w->selectedName(), QStringLiteral("button_1"));
+        m_w->action(QStringLiteral("actionWidget_Clone"))->trigger();
+        QCOMPARE(line(2), QStringLiteral("button_2:370,110,20,20,0x0020,,,,button_2,Disable,Disable,0x0000,0xFFFF,1;"));
+        QCOMPARE(m_w->selectedName(), QStringLiteral("button_2"));
+    }
+
+    void pasteIntoAFullTableReportsOnce()
+    {
+        QStringList lines;
+        for (int i = 0; i < 128; ++i)
+            lines << QStringLiteral("button_%1:%2,%3,10,10,0x0020,,,,b,Disable,Disable,0x0000,0xFFFF,1;")
+                         .arg(i).arg(5 + 10 * (i % 30)).arg(5 + 10 * (i / 30));
+        open(lines);
+        m_w->resize(1600, 1000);
+        press(QPoint(312, 62)); // from an empty spot over all the buttons
+        release(QPoint(1, 1)); // (0, 0) would be the widget's centre to the test library
+        QCOMPARE(m_w->selectCount(), 128);
+        m_w->action(QStringLiteral("actionWidget_Copy"))->trigger();
+        // a new page holding one button: room for 127 more
+        m_w->runPageMenuEntry(QStringLiteral("NewPage"));
+        m_w->action(QStringLiteral("AddButton"))->trigger();
+        press(QPoint(150, 150));
+        release(QPoint(190, 190));
+        QTest::mousePress(m_canvas, Qt::RightButton, {}, QPoint(5, 200));
+        QCOMPARE(m_w->currentPageLines().size(), 1);
+        Prompts::recorded().clear();
+        m_w->action(QStringLiteral("actionWidget_Paste"))->trigger();
+        QCOMPARE(m_w->currentPageLines().size(), 128);
+        int reports = 0;
+        for (const PromptRecord &r : Prompts::recorded())
+            reports += r.text.startsWith(QStringLiteral("Can't paste")) ? 1 : 0;
+        QCOMPARE(reports, 1);
+    }
+
     void rightClickEndsAddMode()
     {
         open({});

@@ -203,6 +203,17 @@ int forResult(const BuildResult &result, bool strict, QString *reason)
 
 namespace FlashFile {
 
+namespace {
+// Files are read in pieces of at most this size, well inside one chunk,
+// so the memory a build holds does not grow with the project.
+constexpr qint64 kReadPiece = qint64(1) << 20;
+
+qint64 pieceSize(qint64 chunk)
+{
+    return qMin(chunk, kReadPiece);
+}
+} // namespace
+
 quint32 crc(const QString &path, qint64 chunk, bool *ok)
 {
     QFile f(path);
@@ -213,7 +224,7 @@ quint32 crc(const QString &path, qint64 chunk, bool *ok)
     if (!opened)
         return sum;
     while (!f.atEnd()) {
-        const QByteArray piece = f.read(chunk);
+        const QByteArray piece = f.read(pieceSize(chunk));
         if (piece.isEmpty())
             break;
         sum = SealedFile::crc32(piece, sum);
@@ -227,7 +238,7 @@ bool append(QFile &out, const QString &path, qint64 chunk)
     if (!in.open(QIODevice::ReadOnly))
         return false;
     while (!in.atEnd()) {
-        const QByteArray piece = in.read(chunk);
+        const QByteArray piece = in.read(pieceSize(chunk));
         if (piece.isEmpty())
             break;
         if (out.write(piece) != piece.size())
@@ -239,7 +250,7 @@ bool append(QFile &out, const QString &path, qint64 chunk)
 bool appendPad(QFile &out, qint64 count, qint64 chunk)
 {
     while (count > 0) {
-        const qint64 n = qMin(count, chunk);
+        const qint64 n = qMin(count, pieceSize(chunk));
         const QByteArray piece(int(n), char(0xFF));
         if (out.write(piece) != n)
             return false;
@@ -263,7 +274,7 @@ bool stampCopy(const QString &from, const QString &to, quint32 size, quint32 crc
     qint64 at = 0;
     bool good = true;
     while (good && !in.atEnd()) {
-        QByteArray piece = in.read(chunk);
+        QByteArray piece = in.read(pieceSize(chunk));
         if (piece.isEmpty())
             break;
         // The stamp lies in the first piece with the usual chunk size; any

@@ -9,20 +9,28 @@ namespace SealedFile {
 
 namespace {
 
-const quint32 *crcTable()
-{
-    static quint32 table[256];
-    static bool made = false;
-    if (!made) {
+// Eight tables: entry [0] is the usual byte table; [k] advances a byte
+// that lies k places further on, so eight bytes are folded at a time.
+struct CrcTables {
+    quint32 t[8][256];
+    CrcTables()
+    {
         for (quint32 i = 0; i < 256; ++i) {
             quint32 c = i;
             for (int k = 0; k < 8; ++k)
                 c = (c & 1) ? (c >> 1) ^ 0xEDB88320u : c >> 1;
-            table[i] = c;
+            t[0][i] = c;
         }
-        made = true;
+        for (int k = 1; k < 8; ++k)
+            for (quint32 i = 0; i < 256; ++i)
+                t[k][i] = (t[k - 1][i] >> 8) ^ t[0][t[k - 1][i] & 0xFF];
     }
-    return table;
+};
+
+const CrcTables &crcTables()
+{
+    static const CrcTables tables;
+    return tables;
 }
 
 void putLe32(QByteArray &b, int at, quint32 v)
@@ -39,9 +47,18 @@ quint32 getLe32(const QByteArray &b, int at)
 
 quint32 crc32(const QByteArray &bytes, quint32 crc)
 {
-    const quint32 *t = crcTable();
-    for (char c : bytes)
-        crc = t[(crc ^ quint8(c)) & 0xFF] ^ (crc >> 8);
+    const auto &t = crcTables().t;
+    const uchar *p = reinterpret_cast<const uchar *>(bytes.constData());
+    qsizetype n = bytes.size();
+    while (n >= 8) {
+        const quint32 a = crc ^ (quint32(p[0]) | quint32(p[1]) << 8 | quint32(p[2]) << 16 | quint32(p[3]) << 24);
+        crc = t[7][a & 0xFF] ^ t[6][(a >> 8) & 0xFF] ^ t[5][(a >> 16) & 0xFF] ^ t[4][a >> 24] ^ t[3][p[4]]
+              ^ t[2][p[5]] ^ t[1][p[6]] ^ t[0][p[7]];
+        p += 8;
+        n -= 8;
+    }
+    while (n-- > 0)
+        crc = t[0][(crc ^ *p++) & 0xFF] ^ (crc >> 8);
     return crc;
 }
 

@@ -232,7 +232,7 @@ quint32 crc(const QString &path, qint64 chunk, bool *ok)
     return sum;
 }
 
-bool append(QFile &out, const QString &path, qint64 chunk)
+bool append(QFile &out, const QString &path, qint64 chunk, quint32 *crc)
 {
     QFile in(path);
     if (!in.open(QIODevice::ReadOnly))
@@ -241,17 +241,21 @@ bool append(QFile &out, const QString &path, qint64 chunk)
         const QByteArray piece = in.read(pieceSize(chunk));
         if (piece.isEmpty())
             break;
+        if (crc)
+            *crc = SealedFile::crc32(piece, *crc);
         if (out.write(piece) != piece.size())
             return false;
     }
     return true;
 }
 
-bool appendPad(QFile &out, qint64 count, qint64 chunk)
+bool appendPad(QFile &out, qint64 count, qint64 chunk, quint32 *crc)
 {
     while (count > 0) {
         const qint64 n = qMin(count, pieceSize(chunk));
         const QByteArray piece(int(n), char(0xFF));
+        if (crc)
+            *crc = SealedFile::crc32(piece, *crc);
         if (out.write(piece) != n)
             return false;
         count -= n;
@@ -491,23 +495,29 @@ BuildResult MakeBin::run(const BuildInput &input, const BuildOptions &options)
     removeIfExists(imagePath);
     removeIfExists(tempPath);
     removeIfExists(ctx.path(QLatin1String(kOldImageName)));
+    quint32 assembledCrc = 0;
+    bool assembled = false;
     {
         QFile temp(tempPath);
         if (!temp.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
             ctx.log(QStringLiteral("Can't open this file: ") + tempPath);
         } else {
+            // the image's CRC is carried along while it is written: no second pass
+            quint32 *crc = &assembledCrc;
             bool good = temp.write(front) == front.size();
+            assembledCrc = SealedFile::crc32(front, assembledCrc);
             if (pageBuilt)
-                good = FlashFile::append(temp, ctx.blockPath(Block::Page), chunk) && good;
+                good = FlashFile::append(temp, ctx.blockPath(Block::Page), chunk, crc) && good;
             if (viceBuilt)
-                good = FlashFile::append(temp, ctx.blockPath(Block::VicePage), chunk) && good;
+                good = FlashFile::append(temp, ctx.blockPath(Block::VicePage), chunk, crc) && good;
             if (placement.enabled())
-                good = FlashFile::appendPad(temp, placement.fontPaddedStart() - temp.size(), chunk) && good;
+                good = FlashFile::appendPad(temp, placement.fontPaddedStart() - temp.size(), chunk, crc) && good;
             for (Material m : kMaterialOrder) {
                 if (built[int(m)])
-                    good = FlashFile::append(temp, ctx.blockPath(blockOf(m)), chunk) && good;
-                good = FlashFile::appendPad(temp, placement.pad(m), chunk) && good;
+                    good = FlashFile::append(temp, ctx.blockPath(blockOf(m)), chunk, crc) && good;
+                good = FlashFile::appendPad(temp, placement.pad(m), chunk, crc) && good;
             }
+            assembled = good;
             if (!good)
                 ctx.log(QStringLiteral("Fail to write ") + tempPath);
             else if (temp.size() != ctx.runningAddress)
@@ -535,8 +545,8 @@ BuildResult MakeBin::run(const BuildInput &input, const BuildOptions &options)
                 + QString::number(size));
         ctx.notify(QStringLiteral("Warning"), QStringLiteral("Morvane_Flash.bin is over spi flash!"));
     }
-    bool crcRead = false;
-    result.imageCrc = FlashFile::crc(tempPath, chunk, &crcRead);
+    bool crcRead = assembled;
+    result.imageCrc = assembled ? assembledCrc : FlashFile::crc(tempPath, chunk, &crcRead);
     if (crcRead)
         result.imageWritten = FlashFile::stampCopy(tempPath, imagePath, quint32(size), result.imageCrc, chunk);
     result.imagePath = imagePath;

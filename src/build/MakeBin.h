@@ -123,9 +123,10 @@ namespace FlashFile {
 // CRC-32 (reflected 0xEDB88320, start 0, no complement) of a whole file.
 quint32 crc(const QString &path, qint64 chunk = Flash::kChunkSize, bool *ok = nullptr);
 // Appends a whole file; a missing file appends nothing and returns false.
-bool append(QFile &out, const QString &path, qint64 chunk = Flash::kChunkSize);
+// With `crc`, the CRC of what is written is carried on in it.
+bool append(QFile &out, const QString &path, qint64 chunk = Flash::kChunkSize, quint32 *crc = nullptr);
 // Appends `count` bytes of 0xFF.
-bool appendPad(QFile &out, qint64 count, qint64 chunk = Flash::kChunkSize);
+bool appendPad(QFile &out, qint64 count, qint64 chunk = Flash::kChunkSize, quint32 *crc = nullptr);
 // Copies `from` to `to` with the size, the CRC and its complement written
 // at 0x174, 0x178 and 0x17C. False (and no `to`) when `from` can't be read.
 bool stampCopy(const QString &from, const QString &to, quint32 size, quint32 crc,

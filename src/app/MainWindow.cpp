@@ -10,6 +10,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QContextMenuEvent>
+#include <QMouseEvent>
 #include <QFile>
 #include <QFrame>
 #include <QHeaderView>
@@ -70,6 +71,7 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent)
     tableView_Page->viewport()->installEventFilter(this);
     scrollArea->installEventFilter(this);
     label_Show->setFocusPolicy(Qt::StrongFocus);
+    label_Show->setMouseTracking(true); // the resize-corner cursor follows the mouse
 
     // 4. the style strings of the canvas
     m_selectStyle = QStringLiteral("background-color: rgba(255, 255, 160, 96);");
@@ -348,6 +350,15 @@ bool MainWindow::eventFilter(QObject *watched, QEvent *event)
             return true; // arrows don't scroll the canvas
         if ((watched == label_Show || watched == scrollArea) && canvasKey(static_cast<QKeyEvent *>(event)))
             return true;
+    }
+    if (watched == label_Show && projectOpen() && !m_buildRunning) {
+        if (event->type() == QEvent::MouseMove)
+            updateHoverCursor(static_cast<QMouseEvent *>(event)->pos());
+        else if (event->type() == QEvent::ContextMenu) {
+            // a right click on the canvas ends any tool and clears the marks
+            resetCanvasState();
+            return true;
+        }
     }
     if (event->type() == QEvent::ContextMenu
         && (watched == tableView_Page || watched == tableView_Page->viewport())) {

@@ -93,6 +93,7 @@ public:
     CanvasWidgets *canvasWidgets() const { return m_canvasWidgets; }
     bool addMode() const { return m_addMode; }
     int selectCount() const { return m_selectCount; }
+    int hoverState() const { return m_hoverState; }
     const QStringList &copyList() const { return m_copyList; }
     bool groupActive() const { return m_groupActive; }
     const BuildResult &lastBuild() const { return m_lastBuild; }
@@ -229,6 +230,7 @@ private:
     void makeWidget(const QRect &canvasRect);
     void storeLabelGeometry(QLabel *label, bool withSize);
     bool canvasKey(QKeyEvent *event);
+    void updateHoverCursor(const QPoint &canvasPos);
     void collectBand(const QRect &band);
     void dragGroup(const QPoint &at);
     void moveMarked(const QPoint &delta);

@@ -473,6 +473,24 @@ void MainWindow::moveMarked(const QPoint &delta)
     }
 }
 
+void MainWindow::updateHoverCursor(const QPoint &at)
+{
+    // the resize corner: the last 9 pixels of the selected widget on both axes
+    if (m_addMode || m_bandMode)
+        return;
+    QLabel *label = m_canvasWidgets->find(m_selectedName);
+    int state = 0;
+    if (label && label->geometry().contains(at)) {
+        const QRect r = label->geometry();
+        const bool corner = at.x() > r.x() + r.width() - 9 && at.y() > r.y() + r.height() - 9;
+        state = corner ? 1 : 2;
+    }
+    if (state == m_hoverState)
+        return; // the shape is set only when the state changes
+    m_hoverState = state;
+    label_Show->setCursor(state == 1 ? Qt::SizeFDiagCursor : Qt::ArrowCursor);
+}
+
 bool MainWindow::canvasKey(QKeyEvent *event)
 {
     if (m_selectedName == QLatin1String("label_Show") || selectionLocked())

@@ -149,6 +149,24 @@ private slots:
         QCOMPARE(line(0), QStringLiteral("button_0:15,15,70,30,0x0020,,,,b,Disable,Disable,0x0000,0xFFFF,1;"));
     }
 
+    void resizeCornerCursor()
+    {
+        open({QStringLiteral("button_0:10,10,50,20,0x0020,,,,b,Disable,Disable,0x0000,0xFFFF,1;")});
+        press(QPoint(20, 15));
+        release(QPoint(20, 15));
+        auto hover = [this](const QPoint &p) {
+            QMouseEvent e(QEvent::MouseMove, p, m_canvas->mapToGlobal(p), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+            QApplication::sendEvent(m_canvas, &e);
+        };
+        hover(QPoint(30, 20)); // inside
+        QCOMPARE(m_w->hoverState(), 2);
+        hover(QPoint(52, 22)); // the last 9 pixels on both axes
+        QCOMPARE(m_w->hoverState(), 1);
+        QCOMPARE(m_canvas->cursor().shape(), Qt::SizeFDiagCursor);
+        hover(QPoint(100, 100)); // outside
+        QCOMPARE(m_w->hoverState(), 0);
+    }
+
     void lockedWidgetIsNotDragged()
     {
         open({QStringLiteral("button_0:10,10,50,20,0x0020,,,,b,Disable,Disable,0x0000,0xFFFF,2;")});

@@ -307,6 +307,29 @@
     </message>
 </context>
 <context>
+    <name>vantile::DialogWdgVar</name>
+    <message>
+        <source>WriteAddr Setting</source>
+        <translation>变量地址自动分配地址</translation>
+    </message>
+    <message>
+        <source>Paste Auto Address: </source>
+        <translation>控件拷贝自动分配地址:</translation>
+    </message>
+    <message>
+        <source>New WriteAddr:</source>
+        <translation>新变量地址:</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>确定</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+</context>
+<context>
     <name>vantile::MainWindow</name>
     <message>
         <source>Page</source>

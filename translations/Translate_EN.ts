@@ -307,6 +307,29 @@
     </message>
 </context>
 <context>
+    <name>vantile::DialogWdgVar</name>
+    <message>
+        <source>WriteAddr Setting</source>
+        <translation>WriteAddr Setting</translation>
+    </message>
+    <message>
+        <source>Paste Auto Address: </source>
+        <translation>Paste Auto Address: </translation>
+    </message>
+    <message>
+        <source>New WriteAddr:</source>
+        <translation>New WriteAddr:</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+</context>
+<context>
     <name>vantile::MainWindow</name>
     <message>
         <source>Page</source>

@@ -4,6 +4,7 @@
 #include "app/TableView.h"
 #include "designer/CanvasWidgets.h"
 #include "editors/DialogList.h"
+#include "editors/DialogWdgVar.h"
 #include "editors/DialogProjectSetting.h"
 #include "project/AppPaths.h"
 
@@ -133,6 +134,10 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent)
     connect(m_dialogProjectSetting, &DialogProjectSetting::new_prj_setting_close, this,
             &MainWindow::New_Projectsetting);
     connect(m_dialogProjectSetting, &DialogProjectSetting::ICType_change, this, &MainWindow::ICType_Change);
+    m_dialogWdgVar = new DialogWdgVar(this);
+    connect(m_dialogWdgVar, &DialogWdgVar::Background_mask_Close_Signal_wdgvar, this, &MainWindow::Background_mask_Close);
+    connect(m_dialogWdgVar, &DialogWdgVar::WriteAddr_Update_to_MainWindow, this, &MainWindow::WriteAddr_Update_from_Dialog);
+    connect(this, &MainWindow::Update_to_DialogVarAddr, m_dialogWdgVar, &DialogWdgVar::VarAddr_Update_from_MainWindow);
     m_dialogList = new DialogList(this);
     connect(m_dialogList, &DialogList::Background_mask_Close_Signal_list, this, &MainWindow::Background_mask_Close);
 
@@ -225,6 +230,7 @@ bool MainWindow::switchLanguage(int index)
     setTableHeaders();
     statusBar_Switch_Language();
     m_dialogProjectSetting->retranslate();
+    m_dialogWdgVar->retranslate();
     m_dialogList->setLanguage(index);
     m_dialogList->retranslate();
     fillWidgetTable();

@@ -40,6 +40,7 @@ namespace vantile {
 class CanvasWidgets;
 class MakeBin;
 class DialogList;
+class DialogWdgVar;
 class DialogProjectSetting;
 
 class MainWindow : public QMainWindow
@@ -95,6 +96,15 @@ public:
     int selectCount() const { return m_selectCount; }
     int hoverState() const { return m_hoverState; }
     const QStringList &copyList() const { return m_copyList; }
+    quint32 nextWriteAddress() const { return m_nextWriteAddress; }
+    DialogWdgVar *writeAddrDialog() const { return m_dialogWdgVar; }
+    // Raises the next write address past every address of every page.
+    void scanWriteAddresses();
+
+signals:
+    void Update_to_DialogVarAddr(int autoAddressMode);
+
+public:
     bool groupActive() const { return m_groupActive; }
     const BuildResult &lastBuild() const { return m_lastBuild; }
     QString addToolWord() const { return m_addToolWord; }
@@ -113,6 +123,8 @@ public slots:
     void on_actionZoomin_triggered();
     void on_actionZoomout_triggered();
     void on_actionOriginal_triggered();
+    void on_actionWriteAddr_triggered();
+    void WriteAddr_Update_from_Dialog(bool autoAddress, uint nextAddress);
     void on_actionWidget_Copy_triggered();
     void on_actionWidget_Paste_triggered();
     void on_actionWidget_Clone_triggered();
@@ -363,6 +375,9 @@ private:
     QTranslator *m_translator = nullptr;
     DialogProjectSetting *m_dialogProjectSetting = nullptr;
     DialogList *m_dialogList = nullptr;
+    DialogWdgVar *m_dialogWdgVar = nullptr;
+    quint32 m_nextWriteAddress = 0;
+    bool m_pasteAutoAddress = false;
 };
 
 } // namespace vantile

@@ -7,6 +7,7 @@
 #include "app/TableView.h"
 #include "designer/CanvasWidgets.h"
 #include "widgets/WidgetLine.h"
+#include "widgets/WriteAddress.h"
 #include "project/PageAttributes.h"
 
 #include <QKeyEvent>
@@ -161,6 +162,12 @@ void MainWindow::makeWidget(const QRect &canvasRect)
     const QRect panel(int(canvasRect.x() / m_zoomFactor), int(canvasRect.y() / m_zoomFactor),
                       int(canvasRect.width() / m_zoomFactor), int(canvasRect.height() / m_zoomFactor));
     EditBuffer widget = WidgetLine::createNew(kind, quint32(index), panel);
+    if (const int step = WriteAddress::dropStep(kind)) {
+        // a dropped widget takes the next free address, which moves on by the kind's step
+        quint32 at = m_nextWriteAddress;
+        WriteAddress::assign(widget, at);
+        m_nextWriteAddress += quint32(step);
+    }
     WidgetLine::storeLine(m_currentPageLines, widget);
     const QString line = WidgetLine::write(widget);
     m_canvasWidgets->load(line, m_zoomFactor, m_projectDir);

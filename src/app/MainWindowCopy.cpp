@@ -5,11 +5,40 @@
 
 #include "app/Prompts.h"
 #include "designer/CanvasWidgets.h"
+#include "project/SealedFile.h"
 #include "widgets/WidgetLine.h"
+#include "widgets/WriteAddress.h"
+#include "editors/DialogWdgVar.h"
 
 #include <QLabel>
 
 namespace vantile {
+
+void MainWindow::on_actionWriteAddr_triggered()
+{
+    emit Update_to_DialogVarAddr(m_pasteAutoAddress ? 1 : 0);
+    m_dialogWdgVar->setNextAddress(m_nextWriteAddress);
+    Background_mask();
+    m_dialogWdgVar->setWindowModality(Qt::WindowModal);
+    m_dialogWdgVar->show();
+}
+
+void MainWindow::WriteAddr_Update_from_Dialog(bool autoAddress, uint nextAddress)
+{
+    m_pasteAutoAddress = autoAddress;
+    m_nextWriteAddress = nextAddress;
+}
+
+void MainWindow::scanWriteAddresses()
+{
+    m_nextWriteAddress = 0;
+    for (int row = 0; row < m_pageInfoList.size(); ++row) {
+        const QStringList lines = row == m_currentPageRow
+                                      ? m_currentPageLines
+                                      : SealedFile::readLines(pageFileToLoad(row), m_supplierKey);
+        WriteAddress::scan(lines, m_nextWriteAddress);
+    }
+}
 
 void MainWindow::on_actionWidget_Copy_triggered()
 {
@@ -51,6 +80,8 @@ bool MainWindow::pasteLine(const QString &line, int dx, int dy, QString *newName
     w.setY(w.y() + int(dy / m_zoomFactor));
     if (w.isLocked())
         w.setLockState(1); // a copy comes back unlocked
+    if (m_pasteAutoAddress)
+        WriteAddress::assign(w, m_nextWriteAddress);
     const QString text = WidgetLine::write(w);
     m_canvasWidgets->load(text, m_zoomFactor, m_projectDir);
     WidgetLine::storeLine(m_currentPageLines, w);

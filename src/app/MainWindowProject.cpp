@@ -245,6 +245,7 @@ void MainWindow::New_Projectsetting()
     writePageList();
     writeSettings();
     statusBar_Switch_Language();
+    scanWriteAddresses();
     createEmptyFile(m_projectDir + QStringLiteral("backup.txt"));
 }
 
@@ -373,6 +374,7 @@ bool MainWindow::openProjectFile(const QString &pathIn)
     }
     showPage(startRow);
     AppPaths::writeOneLine(AppPaths::uiprjPathFile(), m_projectDir);
+    scanWriteAddresses();
     statusBar_Switch_Language();
     return true;
 }

@@ -80,6 +80,7 @@ struct FieldDef {
     Editor editor = Editor::Inline;
     const char *const *menuWords = nullptr; // nullptr-terminated, for Editor::Menu
     const WordAlias *aliases = nullptr;     // {nullptr, nullptr}-terminated
+    bool writeAddress = false;              // an address the automatic assignment fills
 
     bool hasRow() const { return row >= 0; }
     bool inLine() const { return linePos >= 0; }
@@ -91,6 +92,7 @@ struct FieldDef {
     // Variations, for the tables of the kinds.
     constexpr FieldDef english(const char *text) const { FieldDef f = *this; f.en = text; return f; }
     constexpr FieldDef cut(NumWidth w) const { FieldDef f = *this; f.width = w; return f; }
+    constexpr FieldDef address() const { FieldDef f = *this; f.writeAddress = true; return f; }
     constexpr FieldDef words(const WordTable *t) const { FieldDef f = *this; f.table = t; return f; }
     constexpr FieldDef editedBy(Editor e, const char *const *menu = nullptr) const
     {

@@ -11,7 +11,11 @@
 
 #include <QDir>
 #include <QFile>
+#include <QCheckBox>
+#include <QDialog>
 #include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -405,6 +409,38 @@ private slots:
         for (const PromptRecord &r : Prompts::recorded())
             reports += r.text.startsWith(QStringLiteral("Can't paste")) ? 1 : 0;
         QCOMPARE(reports, 1);
+    }
+
+    void pasteTakesAutomaticAddresses()
+    {
+        open({QStringLiteral("button_0:10,10,20,20,0x0020,,,,a,Disable,Disable,0x0000,0xFFFF,1;"),
+              QStringLiteral("button_1:40,10,20,20,0x7014,,,,b,Disable,Disable,0x0000,0xFFFF,1;"),
+              QStringLiteral("button_2:70,10,20,20,0x0031,,,,c,Disable,Disable,0x0000,0xFFFF,1;")});
+        // the scan at open: 0x0031 is the highest address below the system range
+        QCOMPARE(m_w->nextWriteAddress(), quint32(0x32));
+        m_w->resize(1600, 1000);
+        press(QPoint(5, 5));
+        release(QPoint(95, 35));
+        QCOMPARE(m_w->selectCount(), 3);
+        m_w->action(QStringLiteral("actionWidget_Copy"))->trigger();
+        // the dialog: automatic addresses from 0x1000
+        m_w->action(QStringLiteral("actionWriteAddr"))->trigger();
+        auto *dialog = m_w->findChild<QDialog *>(QStringLiteral("DialogWdgVar"));
+        QVERIFY(dialog && dialog->isVisible());
+        dialog->findChild<QCheckBox *>(QStringLiteral("checkBox_AutoAddr"))->setChecked(true);
+        dialog->findChild<QLineEdit *>(QStringLiteral("lineEdit"))->setText(QStringLiteral("0x1000"));
+        QTest::mouseClick(dialog->findChild<QPushButton *>(QStringLiteral("pushButton_OK")), Qt::LeftButton);
+        QCOMPARE(m_w->nextWriteAddress(), quint32(0x1000));
+        m_w->action(QStringLiteral("actionWidget_Paste"))->trigger();
+        QCOMPARE(line(3).mid(21, 6), QStringLiteral("0x1000"));
+        QCOMPARE(line(4).mid(21, 6), QStringLiteral("0x1001"));
+        QCOMPARE(line(5).mid(21, 6), QStringLiteral("0x1002"));
+        // with the check off a paste keeps the source's address
+        m_w->action(QStringLiteral("actionWriteAddr"))->trigger();
+        dialog->findChild<QCheckBox *>(QStringLiteral("checkBox_AutoAddr"))->setChecked(false);
+        QTest::mouseClick(dialog->findChild<QPushButton *>(QStringLiteral("pushButton_OK")), Qt::LeftButton);
+        m_w->action(QStringLiteral("actionWidget_Paste"))->trigger();
+        QCOMPARE(line(6).mid(21, 6), QStringLiteral("0x0020"));
     }
 
     void rightClickEndsAddMode()

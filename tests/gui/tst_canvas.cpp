@@ -16,6 +16,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTableView>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -409,6 +410,33 @@ private slots:
         for (const PromptRecord &r : Prompts::recorded())
             reports += r.text.startsWith(QStringLiteral("Can't paste")) ? 1 : 0;
         QCOMPARE(reports, 1);
+    }
+
+    void pasteOntoASmallerPageIsRefused()
+    {
+        QDir(root()).mkpath(QStringLiteral("Picture"));
+        QImage small(200, 100, QImage::Format_RGB32);
+        small.fill(Qt::gray);
+        QVERIFY(small.save(root() + QStringLiteral("Picture/0001_small.png")));
+        open({QStringLiteral("button_0:150,150,40,40,0x0020,,,,a,Disable,Disable,0x0000,0xFFFF,1;")});
+        writeFile(root() + QStringLiteral("p.uiprj"),
+                  TextFiles::encodePlain({PageList::blankLine(0), PageList::pictureLine(1, QStringLiteral("0001_small.png"))}));
+        delete m_w;
+        m_w = new MainWindow;
+        m_w->resize(1600, 1000);
+        m_w->show();
+        QVERIFY(m_w->openProjectFile(root() + QStringLiteral("p.uiprj")));
+        m_canvas = m_w->findChild<QLabel *>(QStringLiteral("label_Show"));
+        press(QPoint(140, 140));
+        release(QPoint(200, 200));
+        QCOMPARE(m_w->selectCount(), 1);
+        m_w->action(QStringLiteral("actionWidget_Copy"))->trigger();
+        auto *pages = m_w->findChild<QTableView *>(QStringLiteral("tableView_Page"));
+        m_w->on_tableView_Page_clicked(pages->model()->index(1, 0));
+        QCOMPARE(m_canvas->pixmap()->size(), QSize(200, 100));
+        m_w->action(QStringLiteral("actionWidget_Paste"))->trigger();
+        QCOMPARE(Prompts::recorded().last().text, QStringLiteral("Widget is outside of the editing area"));
+        QVERIFY(m_w->currentPageLines().isEmpty());
     }
 
     void pasteTakesAutomaticAddresses()

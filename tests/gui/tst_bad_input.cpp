@@ -74,7 +74,7 @@ private slots:
         QDir(dir.path()).mkpath(QStringLiteral("Plugin"));
         QDir(dir.path()).mkpath(QStringLiteral("Picture"));
         QDir(dir.path()).mkpath(QStringLiteral("Icon"));
-        writeFile(dir.path() + QStringLiteral("/Picture/0000_bad.png"), QByteArray("\x89PNG\r\n\x1a\n broken", 17));
+        writeFile(dir.path() + QStringLiteral("/Picture/0000_bad.png"), QByteArray("\x89PNG\r\n\x1a\n broken"));
         writeFile(dir.path() + QStringLiteral("/Icon/0001_bad.png"), noise(64, 7));
         writeFile(dir.path() + QStringLiteral("/p.uiprj"),
                   TextFiles::encodePlain({PageList::pictureLine(0, QStringLiteral("0000_bad.png"))}));

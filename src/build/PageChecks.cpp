@@ -84,6 +84,22 @@ void forEachPageLine(BuildContext &ctx, F f)
     }
 }
 
+// Every field of the given codec in the described widgets of all pages.
+template <typename F>
+void forEachFieldOf(BuildContext &ctx, Codec codec, F f)
+{
+    forEachPageLine(ctx, [&](int row, const QString &line) {
+        const K kind = WidgetKinds::kindOfLine(line);
+        EditBuffer b;
+        if (kind == K::None || WidgetLine::parse(line, kind, b) != ParseStatus::Ok)
+            return;
+        const KindDef *def = b.definition();
+        for (int i = 0; i < def->fieldCount; ++i)
+            if (def->fields[i].codec == codec)
+                f(row, b, b.value(i));
+    });
+}
+
 } // namespace
 
 QString pageFile(int row, const QString &suffix)
@@ -263,53 +279,34 @@ void overlapGroupStep(BuildContext &ctx)
 void iconUseCheck(BuildContext &ctx, QByteArray &modes)
 {
     const int count = iconCount(ctx);
-    forEachPageLine(ctx, [&](int row, const QString &line) {
-        const K kind = WidgetKinds::kindOfLine(line);
-        EditBuffer b;
-        if (kind == K::None || WidgetLine::parse(line, kind, b) != ParseStatus::Ok)
-            return;
-        const KindDef *def = b.definition();
+    forEachFieldOf(ctx, Codec::IconRef, [&](int row, const EditBuffer &b, const FieldValue &v) {
         const QString head = QStringLiteral("Page") + QString::number(row) + QStringLiteral(": ") + b.name();
-        for (int i = 0; i < def->fieldCount; ++i) {
-            if (def->fields[i].codec != Codec::IconRef)
-                continue;
-            const QString ref = b.value(i).text;
-            if (ref.isEmpty())
-                continue; // a touch kind without a picture
-            const int id = LineGrammar::iconNumber(ref);
-            if (id < 0)
-                continue;
-            if (id >= count) {
-                ctx.complain(head + QStringLiteral(", eImage is over the max Icon's id"));
-                continue;
-            }
-            // The touch kinds only need the icon to be there.
-            if (!setMode(modes, id, 0x90))
-                ctx.complain(head + QStringLiteral(", the Icon's imageData is multiple modes"));
+        if (v.text.isEmpty())
+            return; // a touch kind without a picture
+        const int id = LineGrammar::iconNumber(v.text);
+        if (id < 0)
+            return;
+        if (id >= count) {
+            ctx.complain(head + QStringLiteral(", eImage is over the max Icon's id"));
+            return;
         }
+        // The touch kinds only need the icon to be there.
+        if (!setMode(modes, id, 0x90))
+            ctx.complain(head + QStringLiteral(", the Icon's imageData is multiple modes"));
     });
 }
 
 void gifUseCheck(BuildContext &ctx, QByteArray &modes)
 {
     const QSet<int> files = numbersIn(ctx.path(QStringLiteral("Gif")), LineGrammar::gifNumber);
-    forEachPageLine(ctx, [&](int row, const QString &line) {
-        const K kind = WidgetKinds::kindOfLine(line);
-        EditBuffer b;
-        if (kind == K::None || WidgetLine::parse(line, kind, b) != ParseStatus::Ok)
+    forEachFieldOf(ctx, Codec::GifRef, [&](int row, const EditBuffer &b, const FieldValue &v) {
+        const int id = LineGrammar::gifNumber(v.text);
+        if (id < 0 || !files.contains(id)) {
+            ctx.complain(QStringLiteral("Page") + QString::number(row) + QStringLiteral(": ") + b.name()
+                         + QString::number(qMax(id, 0)) + QStringLiteral("_Gifxxx isn't in the Gif folder"));
             return;
-        const KindDef *def = b.definition();
-        for (int i = 0; i < def->fieldCount; ++i) {
-            if (def->fields[i].codec != Codec::GifRef)
-                continue;
-            const int id = LineGrammar::gifNumber(b.value(i).text);
-            if (id < 0 || !files.contains(id)) {
-                ctx.complain(QStringLiteral("Page") + QString::number(row) + QStringLiteral(": ") + b.name()
-                             + QString::number(qMax(id, 0)) + QStringLiteral("_Gifxxx isn't in the Gif folder"));
-                continue;
-            }
-            setMode(modes, id, 0x90);
         }
+        setMode(modes, id, 0x90);
     });
 }
 
@@ -318,24 +315,15 @@ void fontUseCheck(BuildContext &ctx, QByteArray &used, int fontCount)
     if (used.size() < fontCount)
         used.append(QByteArray(fontCount - used.size(), '\0'));
     const QSet<int> files = numbersIn(ctx.path(QStringLiteral("FontBin")), LineGrammar::fontNumber);
-    forEachPageLine(ctx, [&](int row, const QString &line) {
-        const K kind = WidgetKinds::kindOfLine(line);
-        EditBuffer b;
-        if (kind == K::None || WidgetLine::parse(line, kind, b) != ParseStatus::Ok)
+    forEachFieldOf(ctx, Codec::FontRef, [&](int row, const EditBuffer &b, const FieldValue &v) {
+        const int id = int(v.number);
+        if (!files.contains(id)) {
+            ctx.complain(QStringLiteral("Page") + QString::number(row) + QStringLiteral(": ") + b.name()
+                         + hexTwo(id) + QStringLiteral("_Fontxxx isn't in the FontBin folder"));
             return;
-        const KindDef *def = b.definition();
-        for (int i = 0; i < def->fieldCount; ++i) {
-            if (def->fields[i].codec != Codec::FontRef)
-                continue;
-            const int id = int(b.value(i).number);
-            if (!files.contains(id)) {
-                ctx.complain(QStringLiteral("Page") + QString::number(row) + QStringLiteral(": ") + b.name()
-                             + hexTwo(id) + QStringLiteral("_Fontxxx isn't in the FontBin folder"));
-                continue;
-            }
-            if (id >= 0 && id < fontCount)
-                used[id] = 1;
         }
+        if (id >= 0 && id < fontCount)
+            used[id] = 1;
     });
 }
 

@@ -1,5 +1,5 @@
 #include "project/PageAttributes.h"
-#include "project/ProjectSettings.h"
+#include "widgets/LineGrammar.h"
 
 namespace vantile {
 
@@ -23,17 +23,17 @@ bool take(const QString &line, int &pos, const QString &stops, QString *out)
 
 quint16 hex16(const QString &text)
 {
-    return quint16(IniValue::hexadecimal(text.toLatin1()) & 0xFFFF);
+    return quint16(LineGrammar::readHex(text) & 0xFFFF);
 }
 
 qint32 digits(const QString &text)
 {
-    return qint32(IniValue::integer(text.toLatin1()) & 0x7FFFFFFF);
+    return qint32(LineGrammar::readDecimal(text) & 0x7FFFFFFF);
 }
 
 QString hexText(quint16 v)
 {
-    return QStringLiteral("0x") + QStringLiteral("%1").arg(v, 4, 16, QLatin1Char('0')).toUpper();
+    return LineGrammar::hex16(v);
 }
 
 } // namespace

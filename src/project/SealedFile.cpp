@@ -196,12 +196,7 @@ QStringList readLines(const QString &path, quint32 supplierKey, Class *cls, bool
         return {};
     if (c == Sealed)
         return readSealed(bytes, log);
-    QString text = TextFiles::decode(bytes);
-    text.remove(QLatin1Char('\r'));
-    QStringList lines = text.split(QLatin1Char('\n'));
-    if (!lines.isEmpty() && lines.last().isEmpty())
-        lines.removeLast();
-    return lines;
+    return TextFiles::splitPlain(bytes);
 }
 
 } // namespace SealedFile

@@ -1,4 +1,5 @@
 #include "project/TextFiles.h"
+#include "widgets/WidgetKinds.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -59,7 +60,12 @@ QStringList readLines(const QString &path, bool *ok)
     }
     if (ok)
         *ok = true;
-    QString text = decode(f.readAll());
+    return splitPlain(f.readAll());
+}
+
+QStringList splitPlain(const QByteArray &bytes)
+{
+    QString text = decode(bytes);
     text.remove(QLatin1Char('\r'));
     QStringList lines = text.split(QLatin1Char('\n'));
     if (!lines.isEmpty() && lines.last().isEmpty())
@@ -79,11 +85,9 @@ QByteArray encodePlain(const QStringList &lines)
 
 const QStringList &recordPrefixes()
 {
-    static const QStringList prefixes = {
-        "Page", "label", "number", "button", "icon", "bitIcon", "gif", "varAdj", "slider", "RTC",
-        "uitimer", "qrcode", "Clock", "keypad", "kbkey", "textroll", "pngNumber", "wav", "slmenu",
-        "slidemenuPro", "rtouch", "progress", "rProgress", "enkeyB", "cnkeyB", "batVar", "curve",
-        "popbox", "encoder", "camera", "video", "autoVar", "needle", "Mergerboundaryline"};
+    // the page line, every kind's word, and the line that joins merged pages
+    static const QStringList prefixes = QStringList{QStringLiteral("Page")} + WidgetKinds::kindWords()
+                                        + QStringList{QStringLiteral("Mergerboundaryline")};
     return prefixes;
 }
 

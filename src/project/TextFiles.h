@@ -17,6 +17,10 @@ bool writeAtomically(const QString &path, const QByteArray &bytes, QString *erro
 // sequence is invalid.
 QString decode(const QByteArray &bytes, bool *wasGbk = nullptr);
 
+// The lines of a plain file's bytes: decoded as above, carriage returns
+// dropped, no empty last line for the final line feed.
+QStringList splitPlain(const QByteArray &bytes);
+
 // The lines of a plain file. A missing file gives ok = false.
 QStringList readLines(const QString &path, bool *ok = nullptr);
 

@@ -244,6 +244,7 @@ void MainWindow::switchPage(int row)
 {
     if (!projectOpen() || row < 0 || row >= m_pageInfoList.size())
         return;
+    resetCanvasState(); // a page switch ends any tool
     clearLiveWidgets();
     textEdit->clear();
     log(QStringLiteral("Page_View_ID: ") + QString::number(m_currentPageRow) + QStringLiteral(", row: ")

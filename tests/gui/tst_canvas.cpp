@@ -471,6 +471,17 @@ private slots:
         QCOMPARE(line(6).mid(21, 6), QStringLiteral("0x0020"));
     }
 
+    void pageSwitchEndsAddMode()
+    {
+        open({});
+        m_w->runPageMenuEntry(QStringLiteral("NewPage"));
+        m_w->action(QStringLiteral("AddButton"))->trigger();
+        QVERIFY(m_w->addMode());
+        auto *pages = m_w->findChild<QTableView *>(QStringLiteral("tableView_Page"));
+        m_w->on_tableView_Page_clicked(pages->model()->index(0, 0));
+        QVERIFY(!m_w->addMode());
+    }
+
     void rightClickEndsAddMode()
     {
         open({});

@@ -11,6 +11,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QContextMenuEvent>
+#include <QDialog>
 #include <QMouseEvent>
 #include <QFile>
 #include <QFrame>
@@ -275,8 +276,9 @@ void MainWindow::statusBar_Switch_Language()
 void MainWindow::on_actionOpen_triggered()
 {
     toolBar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
-    for (QAction *a : m_editActions)
-        a->setVisible(false);
+    // off the tool bar but never hidden: a hidden action's shortcut is dead
+    for (QAction *a : m_editToolBarItems)
+        toolBar->removeAction(a);
     frame_tools->show();
     m_toolsHolder->show();
     m_toolBarTextIndex = 0;
@@ -286,8 +288,7 @@ void MainWindow::on_actionOpen_triggered()
 void MainWindow::on_actionClose_triggered()
 {
     toolBar->setToolButtonStyle(Qt::ToolButtonIconOnly);
-    for (QAction *a : m_editActions)
-        a->setVisible(true);
+    toolBar->addActions(m_editToolBarItems);
     frame_tools->hide();
     m_toolsHolder->hide();
     m_toolBarTextIndex = 1;
@@ -314,7 +315,48 @@ void MainWindow::ICType_Change(int index)
 
 // --- the dimming mask --------------------------------------------------------
 
+namespace {
+
+// Lives as long as one mask: keeps it over the whole window while the
+// window is resized, and, when it watches a dialog, closes the mask as soon
+// as the dialog goes away, whichever way it goes (OK, Cancel, Esc, the title
+// bar's close button, a plain hide()).
+class MaskWatcher : public QObject
+{
+public:
+    MaskWatcher(QWidget *mask, QWidget *window, QWidget *dialog)
+        : QObject(mask), m_mask(mask), m_window(window), m_dialog(dialog)
+    {
+        window->installEventFilter(this);
+        if (dialog)
+            dialog->installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (watched == m_window && event->type() == QEvent::Resize)
+            m_mask->setGeometry(m_window->rect());
+        // a hide from the window system (the window minimised) is no end
+        else if (watched == m_dialog && event->type() == QEvent::Hide && !event->spontaneous())
+            m_mask->close();
+        return false;
+    }
+
+private:
+    QWidget *m_mask;
+    QWidget *m_window;
+    QPointer<QWidget> m_dialog;
+};
+
+} // namespace
+
 void MainWindow::Background_mask()
+{
+    putUpMask(nullptr);
+}
+
+QWidget *MainWindow::putUpMask(QDialog *dialog)
 {
     if (m_mask)
         m_mask->close();
@@ -324,9 +366,22 @@ void MainWindow::Background_mask()
     mask->setAttribute(Qt::WA_StyledBackground);
     mask->setStyleSheet(QStringLiteral("background-color:rgba(0, 0, 0,60%);"));
     mask->setGeometry(rect());
+    new MaskWatcher(mask, this, dialog);
+    if (dialog)
+        connect(dialog, &QDialog::finished, mask, &QWidget::close);
     mask->show();
     mask->raise();
     m_mask = mask;
+    return mask;
+}
+
+void MainWindow::showMasked(QDialog *dialog)
+{
+    putUpMask(dialog);
+    dialog->setWindowModality(Qt::WindowModal);
+    dialog->show();
+    dialog->raise();
+    dialog->activateWindow();
 }
 
 void MainWindow::Background_mask_Close()
@@ -394,8 +449,12 @@ void MainWindow::closeEvent(QCloseEvent *event)
                                               {QMessageBox::Save, QMessageBox::Discard, QMessageBox::Cancel},
                                               {QStringLiteral("Save && Quit"), QStringLiteral("Quit"),
                                                QStringLiteral("Cancel")});
+        // a save that failed or was cancelled keeps the window (and backup.txt)
         if (answer == QMessageBox::Save) {
-            on_actionSave_All_triggered();
+            if (!saveAll()) {
+                event->ignore();
+                return;
+            }
         } else if (answer != QMessageBox::Discard) {
             event->ignore();
             return;

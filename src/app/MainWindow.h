@@ -3,6 +3,7 @@
 // and the open project's three stores (page lines, page list, settings).
 
 #include "project/EditorConfig.h"
+#include "project/FileStamps.h"
 #include "project/PageAttributes.h"
 #include "project/PageHistory.h"
 #include "project/PageList.h"
@@ -17,6 +18,7 @@
 #include <QStringList>
 
 class QActionGroup;
+class QDialog;
 class QFrame;
 class QLabel;
 class QMenu;
@@ -77,6 +79,7 @@ public:
     QTextEdit *logView() const { return textEdit; }
     const PageAttributes &pageAttributes() const { return m_pageAttr; }
     PageHistory &history() { return m_history; }
+    FileStamps &fileStamps() { return m_fileStamps; }
     bool recoveryMode() const { return m_recoveryMode; }
     int pageDirty() const { return m_pageDirty; }
     void setPageDirty(int dirty) { m_pageDirty = dirty; }
@@ -172,6 +175,13 @@ public slots:
     void Background_mask();
     void Background_mask_Close();
 
+public:
+    // Shows a dialog window-modal over the dimming mask; the mask goes when
+    // the dialog goes, however it is closed.
+    void showMasked(QDialog *dialog);
+
+public slots:
+
     // Timers
     void Auto_save();
     void Timer2_Out_Event();
@@ -185,9 +195,13 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
+    QWidget *putUpMask(QDialog *dialog); // the mask, tied to the dialog when there is one
     // form (MainWindowForm.cpp)
     void setupForm();
+    void setupPalette();
     void retranslateForm();
+    // The Add action that arms a kind (MainWindowCanvas.cpp); empty for none.
+    static const char *addActionName(WidgetKind kind);
     QAction *makeAction(const char *objectName);
 
     // language and settings
@@ -264,6 +278,16 @@ private:
     QStringList readPageFile(const QString &path); // either form, records glued
     bool writeLinesTo(const QString &path, const QStringList &lines); // form by supplierKey
     bool writeSettings();
+    // A failed write: the box names the file and the system's reason.
+    void reportWriteFailure(const FileError &error);
+    // Before a save overwrites files that changed on disk since they were
+    // read: asks keep mine / take theirs / cancel for each. Returns false on
+    // cancel; the paths whose outside version is kept go to *theirs.
+    bool confirmOverwrite(const QStringList &paths, QStringList *theirs);
+    bool saveAll(); // false when the user cancelled or a file could not be written
+    // "Take theirs" for the page list and the settings: read them again.
+    void reloadFromDisk(bool pageList, bool settings);
+    bool saveCurrentPage(); // the open page's .cfg, asking first when it changed on disk
     QString iniPathFor(const QString &uiprjPath) const;
     void readCanvasSize();
 
@@ -322,6 +346,9 @@ private:
     std::unique_ptr<MakeBin> m_makeBin; // one driver for the session
     BuildResult m_lastBuild;
 
+    FileStamps m_fileStamps;      // what the session last saw of each file
+    bool m_autoSaveFailing = false; // the failing auto-save was told once
+
     QStringList m_pageInfoList;
     QStringList m_currentPageLines;
     ProjectSettings m_settings;
@@ -337,7 +364,7 @@ private:
     class TableView *tableView_Wdg = nullptr;
     QTableView *tableView_Para = nullptr;
     QFrame *frame_tools = nullptr;
-    QWidget *m_toolsHolder = nullptr; // the sideways scroller around the frame
+    QWidget *m_toolsHolder = nullptr; // what is shown and hidden with the frame
     QHash<QString, QToolButton *> m_toolButtons;
     QSplitter *splitter_2 = nullptr;
     QWidget *widget = nullptr;
@@ -356,6 +383,7 @@ private:
     QToolBar *toolBar = nullptr;
     QHash<QString, QAction *> m_actions;
     QList<QAction *> m_editActions; // the twenty actions the tool-button frame stands in for
+    QList<QAction *> m_editToolBarItems; // those twenty with their separators, on the tool bar when icons only
 
     QStandardItemModel *m_pageModel = nullptr;
     QStandardItemModel *m_wdgModel = nullptr;

@@ -33,7 +33,10 @@ void MainWindow::on_actionMake_bin_triggered()
     if (!projectOpen() || m_buildRunning)
         return;
     // the build reads saved page files: the open page is saved first
-    on_actionSave_current_pgae_triggered();
+    if (!saveCurrentPage()) {
+        textEdit->append(tr("Build cancelled: the open page was not saved"));
+        return;
+    }
     m_autoSaveTimer->stop();
     m_buildRunning = true;
     textEdit->clear();

@@ -5,6 +5,7 @@
 
 #include "app/Prompts.h"
 #include "designer/CanvasWidgets.h"
+#include "project/PageFile.h"
 #include "project/SealedFile.h"
 #include "widgets/WidgetLine.h"
 #include "widgets/WriteAddress.h"
@@ -18,9 +19,7 @@ void MainWindow::on_actionWriteAddr_triggered()
 {
     emit Update_to_DialogVarAddr(m_pasteAutoAddress ? 1 : 0);
     m_dialogWdgVar->setNextAddress(m_nextWriteAddress);
-    Background_mask();
-    m_dialogWdgVar->setWindowModality(Qt::WindowModal);
-    m_dialogWdgVar->show();
+    showMasked(m_dialogWdgVar);
 }
 
 void MainWindow::WriteAddr_Update_from_Dialog(bool autoAddress, uint nextAddress)
@@ -35,7 +34,7 @@ void MainWindow::scanWriteAddresses()
     for (int row = 0; row < m_pageInfoList.size(); ++row) {
         const QStringList lines = row == m_currentPageRow
                                       ? m_currentPageLines
-                                      : SealedFile::readLines(pageFileToLoad(row), m_supplierKey);
+                                      : PageFile::read(pageFileToLoad(row), m_supplierKey).lines;
         WriteAddress::scan(lines, m_nextWriteAddress);
     }
 }

@@ -7,16 +7,21 @@
 #include "app/TableView.h"
 #include "editors/DialogProjectSetting.h"
 #include "designer/CanvasWidgets.h"
+#include "build/ImageEncoder.h"
+#include "project/MediaFiles.h"
+#include "project/PageFile.h"
 #include "project/SealedFile.h"
-#include "widgets/WidgetLine.h"
 #include "project/TextFiles.h"
+#include "widgets/WidgetLine.h"
 
 #include <QContextMenuEvent>
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QLabel>
 #include <QMenu>
+#include <QStatusBar>
 #include <QStandardItemModel>
 #include <QTableView>
 #include <QTextEdit>
@@ -90,11 +95,15 @@ QImage MainWindow::buildBackground(const PageInfo &page)
     if (size.width() <= 0 || size.height() <= 0)
         size = QSize(800, 480);
     if (!page.image.isEmpty()) {
-        const QString path = m_projectDir + QStringLiteral("Picture/") + page.image;
-        QImage img(path);
+        QString why;
+        const QString path = MediaFiles::pathIn(m_projectDir, QStringLiteral("Picture/"), page.image, &why);
+        // the build's loader: the same size checks, and BMP files the library refuses
+        const QImage img = path.isEmpty() ? QImage() : ImageEncoder::load(path, &why, nullptr, m_settings.canvasSize());
         if (!img.isNull())
             return img.convertToFormat(QImage::Format_ARGB32_Premultiplied);
-        log(QStringLiteral("Open fail:") + path);
+        log(QStringLiteral("Open fail:") + (path.isEmpty() ? page.image : path));
+        if (!why.isEmpty())
+            log(why);
         QImage black(size, QImage::Format_ARGB32_Premultiplied);
         black.fill(Qt::black);
         return black;
@@ -118,28 +127,40 @@ void MainWindow::showBackground()
 
 QStringList MainWindow::readPageFile(const QString &path)
 {
-    const SealedFile::Class cls = SealedFile::classify(path, m_supplierKey);
-    log(QStringLiteral("cfg crc_ok = ") + QString::number(int(cls)));
-    if (cls == SealedFile::Illegal) {
-        Prompts::message(this, QStringLiteral("Warning"), QStringLiteral("This is illegal uiprj"));
+    const PageFile::Read page = PageFile::read(path, m_supplierKey, [this](const QString &l) { log(l); });
+    log(QStringLiteral("cfg crc_ok = ") + QString::number(int(page.form)));
+    if (page.form == SealedFile::Illegal) {
+        Prompts::message(this, QStringLiteral("Warning"), QStringLiteral("This is illegal uiprj"), path);
         return {};
     }
-    bool ok = false;
-    const QStringList lines =
-        SealedFile::readLines(path, m_supplierKey, nullptr, &ok, [this](const QString &l) { log(l); });
-    if (!ok)
+    if (!page.ok) {
         log(QStringLiteral("Can't open this file: ") + path);
-    return cls == SealedFile::Sealed ? lines : TextFiles::glueRecords(lines);
+        // a page that is there but can't be read (a device, a pipe, far too large) is told
+        if (QFileInfo::exists(path))
+            Prompts::message(this, QStringLiteral("Warning"), QStringLiteral("Can't open this file"),
+                             page.error.detail());
+        return {};
+    }
+    m_fileStamps.note(path);
+    return page.lines;
 }
 
 bool MainWindow::writeLinesTo(const QString &path, const QStringList &lines)
 {
-    if (!SealedFile::writeLines(path, lines, m_supplierKey, [this](const QString &l) { log(l); })) {
-        Prompts::message(this, QStringLiteral("Message"), QStringLiteral("Fail to open this file"));
-        log(QStringLiteral("Fail to open this file"));
+    FileError error;
+    if (!SealedFile::writeLines(path, lines, m_supplierKey, [this](const QString &l) { log(l); }, &error)) {
+        reportWriteFailure(error);
         return false;
     }
+    m_fileStamps.note(path);
     return true;
+}
+
+void MainWindow::reportWriteFailure(const FileError &error)
+{
+    Prompts::message(this, QStringLiteral("Message"), QStringLiteral("Fail to open this file"), error.detail());
+    log(QStringLiteral("Fail to open this file: ") + error.path + QStringLiteral(" (") + error.reason
+        + QLatin1Char(')'));
 }
 
 void MainWindow::resetPageAttributes()
@@ -281,12 +302,31 @@ bool MainWindow::takeStep(int row)
 {
     if (row < 0)
         return false;
-    if (!m_history.takeStep(row, m_currentPageLines, [this](const QString &l) { log(l); })) {
-        Prompts::message(this, QStringLiteral("Message"), QStringLiteral("Fail to open this file"));
-        log(QStringLiteral("Fail to open this file"));
-        return false;
+    const PageHistory::StepResult r = m_history.takeStep(row, m_currentPageLines, [this](const QString &l) { log(l); });
+    if (r.ok()) {
+        if (m_autoSaveFailing) {
+            m_autoSaveFailing = false;
+            statusBar()->clearMessage();
+            log(tr("History steps are written again; crash recovery is on."));
+        }
+        return true;
     }
-    return true;
+    log(QStringLiteral("Fail to open this file: ") + r.error.path + QStringLiteral(" (") + r.error.reason
+        + QLatin1Char(')'));
+    // Said once, not at every auto-save or every step; the status bar keeps it.
+    if (m_autoSaveFailing)
+        return false;
+    m_autoSaveFailing = true;
+    QString detail = r.error.detail();
+    if (!r.backupWritten)
+        detail += QLatin1Char('\n') + tr("Crash recovery is off: backup.txt cannot be written.");
+    if (!r.stepWritten)
+        detail += QLatin1Char('\n') + tr("Auto-save and undo steps are not kept until the folder can be written.");
+    statusBar()->showMessage(r.backupWritten ? tr("History steps can't be written: %1").arg(r.error.path)
+                                             : tr("Auto-save fails and crash recovery is off: %1 can't be written")
+                                                   .arg(r.error.path));
+    Prompts::message(this, QStringLiteral("Message"), QStringLiteral("Fail to open this file"), detail);
+    return false;
 }
 
 void MainWindow::appendPageRow(int row, const QString &name)
@@ -454,9 +494,24 @@ void MainWindow::pageContextMenu(const QPoint &viewportPos, const QPoint &global
 
 void MainWindow::on_actionSave_current_pgae_triggered()
 {
+    saveCurrentPage();
+}
+
+bool MainWindow::saveCurrentPage()
+{
     if (!projectOpen())
-        return;
-    writeLinesTo(pageFilePath(m_currentPageRow), m_currentPageLines);
+        return false;
+    const QString cfg = pageFilePath(m_currentPageRow);
+    QStringList theirs;
+    if (!confirmOverwrite({cfg}, &theirs))
+        return false;
+    if (theirs.isEmpty())
+        return writeLinesTo(cfg, m_currentPageLines);
+    m_history.setStep(m_currentPageRow, 0);
+    clearLiveWidgets();
+    loadPage(cfg);
+    log(tr("Kept the version on disk: %1").arg(cfg));
+    return true;
 }
 
 void MainWindow::on_actionLoad_default_cfg_triggered()
@@ -501,7 +556,7 @@ void MainWindow::Auto_save()
     if (m_currentPageRow < 0 || m_autoSaveIndex != 1)
         return;
     const QString current = m_history.currentFile(m_currentPageRow);
-    if (PageHistory::sameContent(current, m_currentPageLines))
+    if (m_history.sameContent(current, m_currentPageLines))
         return;
     takeStep(m_currentPageRow);
     textEdit->setTextColor(Qt::blue);

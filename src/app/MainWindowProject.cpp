@@ -5,6 +5,7 @@
 #include "app/Prompts.h"
 #include "editors/DialogProjectSetting.h"
 #include "project/AppPaths.h"
+#include "project/PageFile.h"
 #include "project/SealedFile.h"
 #include "project/TextFiles.h"
 
@@ -14,6 +15,7 @@
 #include <QLabel>
 #include <QStandardItemModel>
 #include <QTableView>
+#include <QTemporaryFile>
 #include <QTextEdit>
 
 namespace vantile {
@@ -61,7 +63,7 @@ bool MainWindow::askSaveBeforeLeaving()
     if (answer == QMessageBox::Cancel || answer == QMessageBox::NoButton)
         return false;
     if (answer == QMessageBox::Yes)
-        on_actionSave_All_triggered();
+        return saveAll();
     return true;
 }
 
@@ -115,22 +117,56 @@ bool MainWindow::writePageList()
 bool MainWindow::writeSettings()
 {
     const QString ini = iniPathFor(m_uiprjPath);
-    if (!TextFiles::writeAtomically(ini, m_settings.toIni())) {
-        Prompts::message(this, QStringLiteral("Warning"), QStringLiteral("Fail to create ") + ini);
-        log(QStringLiteral("Fail to create ") + ini);
+    QString reason;
+    if (!TextFiles::writeAtomically(ini, m_settings.toIni(), &reason)) {
+        Prompts::message(this, QStringLiteral("Warning"), QStringLiteral("Fail to create ") + ini,
+                         FileError{ini, reason}.detail());
+        log(QStringLiteral("Fail to create ") + ini + QStringLiteral(" (") + reason + QLatin1Char(')'));
         return false;
+    }
+    m_fileStamps.note(ini);
+    return true;
+}
+
+bool MainWindow::confirmOverwrite(const QStringList &paths, QStringList *theirs)
+{
+    for (const QString &path : paths) {
+        if (!m_fileStamps.changedOnDisk(path))
+            continue;
+        const auto answer = Prompts::question(
+            this, QStringLiteral("Message"), tr("This file was changed outside the designer since it was read."),
+            {QMessageBox::Save, QMessageBox::Discard, QMessageBox::Cancel},
+            {tr("Keep mine"), tr("Take theirs"), tr("Cancel")}, QMessageBox::Warning, path);
+        if (answer == QMessageBox::Discard)
+            theirs->append(path);
+        else if (answer != QMessageBox::Save)
+            return false;
     }
     return true;
 }
 
 void MainWindow::on_actionSave_All_triggered()
 {
+    saveAll();
+}
+
+bool MainWindow::saveAll()
+{
     log(QStringLiteral("Save all"));
     if (!projectOpen())
-        return;
+        return true;
+    // What would be written: the open page, the pages whose current state
+    // is a step, the page list and the settings.
+    struct PageWrite {
+        int row;
+        QStringList lines;
+    };
+    QList<PageWrite> pages;
+    QStringList targets;
     for (int row = 0; row < m_pageInfoList.size(); ++row) {
         if (row == m_currentPageRow) {
-            writeLinesTo(pageFilePath(row), m_currentPageLines);
+            pages.append({row, m_currentPageLines});
+            targets << pageFilePath(row);
             continue;
         }
         // Other pages fold their current step into the .cfg.
@@ -142,10 +178,85 @@ void MainWindow::on_actionSave_All_triggered()
             log(QStringLiteral("Page") + PageList::pageId(row) + QStringLiteral(".cfb isn't exists"));
             continue;
         }
-        writeLinesTo(pageFilePath(row), SealedFile::readLines(stepFile, m_supplierKey));
+        const PageFile::Read step = PageFile::read(stepFile, m_supplierKey);
+        if (!step.ok || step.form == SealedFile::Illegal) {
+            // never fold a step that can't be read over a good page
+            log(QStringLiteral("Can't open this file: ") + stepFile);
+            continue;
+        }
+        pages.append({row, step.lines});
+        targets << pageFilePath(row);
     }
-    writePageList();
-    writeSettings();
+    const QString ini = iniPathFor(m_uiprjPath);
+    targets << m_uiprjPath << ini;
+
+    QStringList theirs;
+    if (!confirmOverwrite(targets, &theirs)) {
+        log(tr("Save all cancelled: nothing was written"));
+        return false;
+    }
+    bool ok = true;
+    for (const PageWrite &p : pages) {
+        const QString cfg = pageFilePath(p.row);
+        if (!theirs.contains(cfg)) {
+            ok = writeLinesTo(cfg, p.lines) && ok;
+            continue;
+        }
+        // The outside version stays and becomes the page's state.
+        m_history.setStep(p.row, 0);
+        if (p.row == m_currentPageRow) {
+            clearLiveWidgets();
+            loadPage(cfg);
+        }
+        log(tr("Kept the version on disk: %1").arg(cfg));
+    }
+    if (theirs.contains(m_uiprjPath) || theirs.contains(ini)) {
+        reloadFromDisk(theirs.contains(m_uiprjPath), theirs.contains(ini));
+    }
+    if (!theirs.contains(m_uiprjPath))
+        ok = writePageList() && ok;
+    if (!theirs.contains(ini))
+        ok = writeSettings() && ok;
+    return ok;
+}
+
+void MainWindow::reloadFromDisk(bool pageList, bool settings)
+{
+    if (settings) {
+        const QString ini = iniPathFor(m_uiprjPath);
+        QByteArray bytes;
+        FileError error;
+        if (TextFiles::readFile(ini, &bytes, &error) == TextFiles::ReadStatus::Ok) {
+            m_settings.readIni(bytes, m_pageInfoList.size());
+            m_fileStamps.note(ini);
+            m_dialogProjectSetting->loadFromSettings();
+            m_icType = m_settings.panelType;
+            readCanvasSize();
+            log(tr("Kept the version on disk: %1").arg(ini));
+        } else {
+            Prompts::message(this, QStringLiteral("Warning"), QStringLiteral("Can't open this file"), error.detail());
+        }
+    }
+    if (pageList) {
+        QStringList lines;
+        FileError error;
+        bool read = false;
+        for (const QString &line : SealedFile::readLines(m_uiprjPath, m_supplierKey, nullptr, &read, {}, &error))
+            if (!line.trimmed().isEmpty() && PageInfo::parse(line).id >= 0)
+                lines << line;
+        if (!read || lines.isEmpty()) {
+            Prompts::message(this, QStringLiteral("Warning"), QStringLiteral("Can't open this file"),
+                             read ? m_uiprjPath : error.detail());
+            return;
+        }
+        m_pageInfoList = lines;
+        m_fileStamps.note(m_uiprjPath);
+        fillPageTable();
+        fillSPageCombo();
+        log(tr("Kept the version on disk: %1").arg(m_uiprjPath));
+    }
+    // the open page shows what is now saved
+    showPage(qBound(0, m_currentPageRow, m_pageInfoList.size() - 1));
 }
 
 // --- settings dialog -------------------------------------------------------------
@@ -190,6 +301,23 @@ void MainWindow::New_Projectsetting()
     m_recoveryMode = false;
 
     const QString path = m_newProjectPath;
+    // The folder is made, and must take files, before anything of the
+    // session changes: a New that can't write leaves the old project open.
+    const QString folder = QFileInfo(path).absolutePath();
+    QString why;
+    if (!QDir().mkpath(folder)) {
+        why = tr("The folder can't be created");
+    } else {
+        QTemporaryFile probe(withSlash(folder) + QStringLiteral("vantile-probe-XXXXXX"));
+        if (!probe.open())
+            why = probe.errorString();
+    }
+    if (!why.isEmpty()) {
+        Prompts::message(this, QStringLiteral("Warning"), QStringLiteral("Fail to create ") + path,
+                         FileError{folder, why}.detail());
+        log(QStringLiteral("Fail to create ") + path + QStringLiteral(" (") + why + QLatin1Char(')'));
+        return;
+    }
     if (projectOpen()) {
         const QString oldBackup = m_projectDir + QStringLiteral("backup.txt");
         if (QFile::exists(oldBackup))
@@ -242,6 +370,7 @@ void MainWindow::New_Projectsetting()
 
     m_uiprjPath = path;
     setWindowTitle(QLatin1String(kTitle) + QStringLiteral("   uiprj name: ") + path);
+    m_fileStamps.clear();
     writePageList();
     writeSettings();
     statusBar_Switch_Language();
@@ -276,6 +405,9 @@ bool MainWindow::openProjectFile(const QString &pathIn)
     const VersionGate gate = ProjectSettings::checkVersion(ini);
     if (!gate.iniFound) {
         log(QStringLiteral("Can't open this file: ") + ini);
+        if (QFileInfo::exists(ini))
+            Prompts::message(this, QStringLiteral("Warning"), QStringLiteral("Can't open this file"),
+                             FileError{ini, gate.reason}.detail());
         return false;
     }
     if (!gate.accepted) {
@@ -292,9 +424,11 @@ bool MainWindow::openProjectFile(const QString &pathIn)
         return false;
     }
     bool ok = false;
-    const QStringList rawLines = SealedFile::readLines(path, m_supplierKey, nullptr, &ok);
+    FileError readError;
+    const QStringList rawLines = SealedFile::readLines(path, m_supplierKey, nullptr, &ok, {}, &readError);
     if (!ok) {
         log(QStringLiteral("Can't open this file: ") + path);
+        Prompts::message(this, QStringLiteral("Warning"), QStringLiteral("Can't open this file"), readError.detail());
         return false;
     }
     QStringList lines;
@@ -348,9 +482,9 @@ bool MainWindow::openProjectFile(const QString &pathIn)
     fillPageTable();
     fillSPageCombo();
 
-    QFile iniFile(ini);
-    if (iniFile.open(QIODevice::ReadOnly)) {
-        const ReadReport report = m_settings.readIni(iniFile.readAll(), m_pageInfoList.size());
+    QByteArray iniBytes;
+    if (TextFiles::readFile(ini, &iniBytes) == TextFiles::ReadStatus::Ok) {
+        const ReadReport report = m_settings.readIni(iniBytes, m_pageInfoList.size());
         if (report.startPageOverflow)
             Prompts::message(this, QStringLiteral("Warning"),
                              QStringLiteral("Start page from uiprj ini file is over than the max page id"));
@@ -363,15 +497,28 @@ bool MainWindow::openProjectFile(const QString &pathIn)
     if (!QDir(m_projectDir).exists(QStringLiteral("MultiLanguage")))
         QDir(m_projectDir).mkdir(QStringLiteral("MultiLanguage"));
     m_languageCount = qMax(1, m_settings.languageNum.toInt());
+    // Temporary files of saves that a crash or a kill cut short.
+    for (const QString &left : TextFiles::removeInterruptedWrites(m_projectDir, QFileInfo(path).completeBaseName()))
+        log(tr("Removed the leftover of an interrupted save: %1").arg(left));
     m_history.rotateBackups(m_pageInfoList.size(), [this](const QString &l) { log(l); });
     int startRow = 0;
     if (m_recoveryMode) {
         startRow = TextFiles::readLines(m_projectDir + QStringLiteral("Plugin/LastPage.txt")).value(0).trimmed().toInt();
         if (startRow < 0 || startRow >= m_pageInfoList.size())
             startRow = 0;
+        // Recovered pages stand at their latest step: changed until saved.
+        for (int row : m_history.adoptRecoveredSteps(m_pageInfoList.size()))
+            log(QStringLiteral("Page") + PageList::pageId(row) + QStringLiteral(" restored from ")
+                + m_history.stepPath(row, m_history.step(row)));
     } else {
         m_history.deleteStepFiles();
     }
+    // What this session has seen of the files it may overwrite.
+    m_fileStamps.clear();
+    m_fileStamps.note(path);
+    m_fileStamps.note(ini);
+    for (int row = 0; row < m_pageInfoList.size(); ++row)
+        m_fileStamps.note(pageFilePath(row));
     showPage(startRow);
     AppPaths::writeOneLine(AppPaths::uiprjPathFile(), m_projectDir);
     scanWriteAddresses();

@@ -28,15 +28,16 @@ void styleBox(QMessageBox &box)
 }
 } // namespace
 
-void message(QWidget *parent, const QString &title, const QString &text)
+void message(QWidget *parent, const QString &title, const QString &text, const QString &detail)
 {
     if (g_installed) {
-        g_records.append({QStringLiteral("message"), title, text});
+        g_records.append({QStringLiteral("message"), title, text, detail});
         return;
     }
     QMessageBox box(parent);
     box.setWindowTitle(title);
     box.setText(blue(text));
+    box.setInformativeText(detail.toHtmlEscaped().replace(QLatin1Char('\n'), QStringLiteral("<br>")));
     styleBox(box);
     box.setStandardButtons(QMessageBox::Ok);
     box.exec();
@@ -44,10 +45,10 @@ void message(QWidget *parent, const QString &title, const QString &text)
 
 QMessageBox::StandardButton question(QWidget *parent, const QString &title, const QString &text,
                                      QList<QMessageBox::StandardButton> buttons,
-                                     const QStringList &buttonTexts, QMessageBox::Icon icon)
+                                     const QStringList &buttonTexts, QMessageBox::Icon icon, const QString &detail)
 {
     if (g_installed) {
-        const PromptRecord rec{QStringLiteral("question"), title, text};
+        const PromptRecord rec{QStringLiteral("question"), title, text, detail};
         g_records.append(rec);
         QMessageBox::StandardButton b = g_responder.answer ? g_responder.answer(rec) : QMessageBox::NoButton;
         if (b == QMessageBox::NoButton && !buttons.isEmpty())
@@ -57,6 +58,7 @@ QMessageBox::StandardButton question(QWidget *parent, const QString &title, cons
     QMessageBox box(parent);
     box.setWindowTitle(title);
     box.setText(blue(text));
+    box.setInformativeText(detail.toHtmlEscaped().replace(QLatin1Char('\n'), QStringLiteral("<br>")));
     box.setIcon(icon);
     styleBox(box);
     for (int i = 0; i < buttons.size(); ++i) {

@@ -18,19 +18,23 @@ struct PromptRecord {
     QString kind;   // "message", "question", "open", "save"
     QString title;
     QString text;   // the message (plain, without the colour markup) or the filter
+    QString detail; // the box's detail text (which file, and why)
 };
 
 namespace Prompts {
 
 // The one message box helper: title, message in blue, 18 px font, one button.
-void message(QWidget *parent, const QString &title, const QString &text);
+// A detail, when given, is shown under the message (the file and the
+// system's reason for a failed read or write).
+void message(QWidget *parent, const QString &title, const QString &text, const QString &detail = QString());
 
 // A question with the given buttons; returns the button pressed.
 // buttonTexts, when given, relabel the buttons in order.
 QMessageBox::StandardButton question(QWidget *parent, const QString &title, const QString &text,
                                      QList<QMessageBox::StandardButton> buttons,
                                      const QStringList &buttonTexts = {},
-                                     QMessageBox::Icon icon = QMessageBox::Question);
+                                     QMessageBox::Icon icon = QMessageBox::Question,
+                                     const QString &detail = QString());
 
 QString openFile(QWidget *parent, const QString &title, const QString &dir, const QString &filter);
 QString saveFile(QWidget *parent, const QString &title, const QString &dir, const QString &filter);

@@ -64,6 +64,14 @@ void BuildContext::complain(const QString &message)
     log(message.trimmed());
 }
 
+void BuildContext::complainOnce(const QString &message)
+{
+    if (told.contains(message))
+        return;
+    told.insert(message);
+    complain(message);
+}
+
 void BuildContext::notify(const QString &title, const QString &text)
 {
     if (notifier)

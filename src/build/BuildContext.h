@@ -13,6 +13,7 @@
 #include <QDateTime>
 #include <QList>
 #include <QMap>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 
@@ -79,9 +80,15 @@ struct BuildContext {
     void log(const QString &line);
     // A complaint: to the error text (with its line end) and to the log.
     void complain(const QString &message);
+    // The same, but a message already given in this build is not repeated
+    // (a page file that several steps fail to read is told once).
+    void complainOnce(const QString &message);
+    QSet<QString> told;
     void notify(const QString &title, const QString &text);
 
     QString path(const QString &relative) const { return projectDir + relative; }
+    // The panel as set (XSIZE x YSIZE): pictures are checked against it.
+    QSize panel() const { return QSize(settings.xSizeValue(), settings.ySizeValue()); }
     QString blockPath(Block block) const { return projectDir + blockFile(block); }
 };
 

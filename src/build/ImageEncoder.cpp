@@ -1,4 +1,5 @@
 #include "build/ImageEncoder.h"
+#include "project/MediaFiles.h"
 
 #include "build/ImageBmp.h"
 #include "build/ImageZip.h"
@@ -478,37 +479,25 @@ bool hasTransparency(const QImage &image)
     return false;
 }
 
-QImage load(const QString &path, QString *error, QByteArray *fileBytes)
+QImage load(const QString &path, QString *error, QByteArray *fileBytes, const QSize &panel)
 {
-    auto fail = [&](const QString &why) {
-        if (error)
-            *error = why;
-        return QImage();
-    };
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return fail(QStringLiteral("cannot open %1: %2").arg(path, file.errorString()));
-    QByteArray bytes = file.readAll();
-    file.close();
-
-    QImage image;
-    {
-        QBuffer buffer(&bytes);
-        buffer.open(QIODevice::ReadOnly);
-        QImageReader reader(&buffer);
-        reader.setDecideFormatFromContent(true);
-        image = reader.read();
-        if (image.isNull() && error)
-            *error = QStringLiteral("%1: %2").arg(path, reader.errorString());
-    }
-    if (image.isNull() && ImageBmp::acceptsPath(path)) {
+    QByteArray bytes;
+    QString readError;
+    QImage image = MediaFiles::readPicture(path, panel, &readError, &bytes);
+    // refused before decoding (not a file, too large, declared too big): no fallback
+    const bool decodeFailed = image.isNull() && !bytes.isEmpty()
+                              && MediaFiles::sizeRefusal(MediaFiles::declaredSize(bytes), panel).isEmpty();
+    if (decodeFailed && ImageBmp::acceptsPath(path)) {
         QString bmpError;
         image = ImageBmp::decode(bytes, &bmpError);
         if (image.isNull())
-            return fail(QStringLiteral("%1: not a picture the loader knows, and as BMP: %2").arg(path, bmpError));
+            readError = QStringLiteral("%1: not a picture the loader knows, and as BMP: %2").arg(path, bmpError);
     }
-    if (image.isNull())
+    if (image.isNull()) {
+        if (error)
+            *error = readError;
         return QImage();
+    }
     if (error)
         error->clear();
     if (fileBytes)

@@ -76,9 +76,13 @@ int nameToFormat(const QString &name);
 bool hasTransparency(const QImage &image);
 
 // Loads a picture file: the format is judged by the content; when the
-// library refuses it, a ".bmp" file goes to the fallback BMP reader. A null
-// image on failure, with the reason in *error. *fileBytes receives the file.
-QImage load(const QString &path, QString *error = nullptr, QByteArray *fileBytes = nullptr);
+// library refuses it, a ".bmp" file goes to the fallback BMP reader. Only
+// regular files are read, and a picture whose declared size is refused
+// (MediaFiles::sizeRefusal, with `panel` the panel's size when known) is
+// not decoded. A null image on failure, with the reason in *error.
+// *fileBytes receives the file.
+QImage load(const QString &path, QString *error = nullptr, QByteArray *fileBytes = nullptr,
+            const QSize &panel = QSize());
 
 // The size of a picture after turning it for the panel.
 QSize rotatedSize(const QSize &size, int rotation);

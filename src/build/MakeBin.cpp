@@ -11,6 +11,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
+#include <QSaveFile>
 #include <QtEndian>
 
 namespace vantile {
@@ -108,7 +109,8 @@ ProjectLoad loadProject(const QString &uiprjPathIn)
         ini = path + QStringLiteral(".ini");
     const VersionGate gate = ProjectSettings::checkVersion(ini);
     if (!gate.iniFound) {
-        load.reason = QStringLiteral("Can't open this file: ") + ini;
+        load.reason = QStringLiteral("Can't open this file: ") + ini
+                      + (gate.reason.isEmpty() ? QString() : QStringLiteral(" (") + gate.reason + QLatin1Char(')'));
         return load;
     }
     if (!gate.accepted) {
@@ -119,13 +121,15 @@ ProjectLoad loadProject(const QString &uiprjPathIn)
     const quint32 key = IniValue::hexadecimal(in.settings.supplierId.toLatin1());
     SealedFile::Class cls = SealedFile::Plain;
     bool ok = false;
-    const QStringList raw = SealedFile::readLines(path, key, &cls, &ok);
+    FileError error;
+    const QStringList raw = SealedFile::readLines(path, key, &cls, &ok, {}, &error);
     if (cls == SealedFile::Illegal) {
         load.reason = QStringLiteral("This is illegal uiprj: ") + path;
         return load;
     }
     if (!ok) {
-        load.reason = QStringLiteral("Can't open this file: ") + path;
+        load.reason = QStringLiteral("Can't open this file: ") + path + QStringLiteral(" (") + error.reason
+                      + QLatin1Char(')');
         return load;
     }
     for (const QString &line : raw) {
@@ -143,12 +147,13 @@ ProjectLoad loadProject(const QString &uiprjPathIn)
         return load;
     }
 
-    QFile iniFile(ini);
-    if (!iniFile.open(QIODevice::ReadOnly)) {
-        load.reason = QStringLiteral("Can't open this file: ") + ini;
+    QByteArray iniBytes;
+    if (TextFiles::readFile(ini, &iniBytes, &error) != TextFiles::ReadStatus::Ok) {
+        load.reason = QStringLiteral("Can't open this file: ") + ini + QStringLiteral(" (") + error.reason
+                      + QLatin1Char(')');
         return load;
     }
-    if (in.settings.readIni(iniFile.readAll(), in.pageLines.size()).startPageOverflow)
+    if (in.settings.readIni(iniBytes, in.pageLines.size()).startPageOverflow)
         load.warnings << QStringLiteral("Start page from uiprj ini file is over than the max page id");
     load.ok = true;
     return load;
@@ -263,13 +268,15 @@ bool appendPad(QFile &out, qint64 count, qint64 chunk, quint32 *crc)
     return true;
 }
 
-bool stampCopy(const QString &from, const QString &to, quint32 size, quint32 crc, qint64 chunk)
+bool stampCopy(const QString &from, const QString &to, quint32 size, quint32 crc, qint64 chunk,
+               const std::function<bool(qint64)> &interrupt)
 {
     QFile in(from);
     if (!in.open(QIODevice::ReadOnly))
         return false;
-    QFile out(to);
-    if (!out.open(QIODevice::WriteOnly | QIODevice::Truncate))
+    // The old image stays under its name until the new one is complete.
+    QSaveFile out(to);
+    if (!out.open(QIODevice::WriteOnly))
         return false;
     uchar stamp[12];
     qToLittleEndian<quint32>(size, stamp);
@@ -290,11 +297,15 @@ bool stampCopy(const QString &from, const QString &to, quint32 size, quint32 crc
         }
         good = out.write(piece) == piece.size();
         at += piece.size();
+        if (good && interrupt && interrupt(at))
+            good = false;
     }
-    out.close();
-    if (!good)
-        QFile::remove(to);
-    return good;
+    good = good && in.error() == QFileDevice::NoError;
+    if (!good) {
+        out.cancelWriting();
+        return false;
+    }
+    return out.commit();
 }
 
 } // namespace FlashFile
@@ -492,7 +503,7 @@ BuildResult MakeBin::run(const BuildInput &input, const BuildOptions &options)
         area.append(QByteArray(int(ctx.layout.commandSize()) - area.size(), '\0'));
         front.replace(int(ctx.layout.commandAddress()), area.size(), area);
     }
-    removeIfExists(imagePath);
+    // Morvane_Flash.bin itself is replaced only when the new one is complete (step 20).
     removeIfExists(tempPath);
     removeIfExists(ctx.path(QLatin1String(kOldImageName)));
     quint32 assembledCrc = 0;
@@ -548,7 +559,11 @@ BuildResult MakeBin::run(const BuildInput &input, const BuildOptions &options)
     bool crcRead = assembled;
     result.imageCrc = assembled ? assembledCrc : FlashFile::crc(tempPath, chunk, &crcRead);
     if (crcRead)
-        result.imageWritten = FlashFile::stampCopy(tempPath, imagePath, quint32(size), result.imageCrc, chunk);
+        result.imageWritten =
+            FlashFile::stampCopy(tempPath, imagePath, quint32(size), result.imageCrc, chunk, options.interruptCopy);
+    if (crcRead && !result.imageWritten)
+        ctx.complain(QStringLiteral("Fail to write ") + imagePath
+                     + (QFile::exists(imagePath) ? QStringLiteral(": the image of the last build stays") : QString()));
     result.imagePath = imagePath;
 
     // 21. Where the sibling tools find the image.

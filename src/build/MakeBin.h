@@ -20,6 +20,7 @@
 #include <QStringList>
 
 #include <array>
+#include <functional>
 #include <memory>
 
 class QFile;
@@ -56,6 +57,10 @@ struct BuildOptions {
     QByteArray pinyinTable;
     // Largest piece of the image held in memory while copying.
     qint64 chunkSize = Flash::kChunkSize;
+    // For tests: called with the bytes copied so far while the image is
+    // written under its final name; returning true stops the copy there,
+    // as a build killed at that moment would.
+    std::function<bool(qint64 copied)> interruptCopy;
 };
 
 struct BuildResult {
@@ -128,9 +133,11 @@ bool append(QFile &out, const QString &path, qint64 chunk = Flash::kChunkSize, q
 // Appends `count` bytes of 0xFF.
 bool appendPad(QFile &out, qint64 count, qint64 chunk = Flash::kChunkSize, quint32 *crc = nullptr);
 // Copies `from` to `to` with the size, the CRC and its complement written
-// at 0x174, 0x178 and 0x17C. False (and no `to`) when `from` can't be read.
+// at 0x174, 0x178 and 0x17C. The copy goes to a temporary file beside `to`
+// that replaces it only when complete: on any failure `to` is as it was.
+// False when `from` can't be read or the copy fails (or is interrupted).
 bool stampCopy(const QString &from, const QString &to, quint32 size, quint32 crc,
-               qint64 chunk = Flash::kChunkSize);
+               qint64 chunk = Flash::kChunkSize, const std::function<bool(qint64)> &interrupt = {});
 } // namespace FlashFile
 
 // Exit codes of the command-line build.

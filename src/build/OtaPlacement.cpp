@@ -4,6 +4,8 @@
 #include "project/ProjectSettings.h"
 #include "project/TextFiles.h"
 
+#include "project/TextFiles.h"
+
 #include <QFile>
 #include <QList>
 
@@ -110,11 +112,11 @@ OtaAddresses OtaAddresses::fromText(const QByteArray &text)
 
 OtaAddresses OtaAddresses::load(const QString &path, bool *found)
 {
-    QFile f(path);
-    const bool ok = f.open(QIODevice::ReadOnly);
+    QByteArray bytes;
+    const bool ok = TextFiles::readFile(path, &bytes) == TextFiles::ReadStatus::Ok;
     if (found)
         *found = ok;
-    return ok ? fromText(f.readAll()) : OtaAddresses();
+    return ok ? fromText(bytes) : OtaAddresses();
 }
 
 bool OtaAddresses::save(const QString &path) const

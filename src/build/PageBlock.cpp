@@ -1,4 +1,5 @@
 #include "build/PageBlock.h"
+#include "project/MediaFiles.h"
 
 #include "build/PageChecks.h"
 #include "project/PageAttributes.h"
@@ -11,6 +12,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QImageReader>
 #include <QVector>
 
@@ -244,8 +246,14 @@ QSize pagePictureSize(const BuildContext &ctx, int row)
     const QSize canvas = ctx.settings.canvasSize();
     if (row < 0 || row >= ctx.pages.size() || ctx.pages[row].isColor || ctx.pages[row].image.isEmpty())
         return canvas;
-    const QSize size = QImageReader(ctx.path(QStringLiteral("Picture/") + ctx.pages[row].image)).size();
-    return size.isValid() ? size : canvas;
+    // a picture the picture block refuses leaves the page without one: canvas size
+    const QString path = MediaFiles::pathIn(ctx.projectDir, QStringLiteral("Picture/"), ctx.pages[row].image);
+    if (path.isEmpty() || !QFileInfo(path).isFile())
+        return canvas;
+    const QSize size = QImageReader(path).size();
+    if (!size.isValid() || !MediaFiles::sizeRefusal(size, ctx.panel()).isEmpty())
+        return canvas;
+    return size;
 }
 
 namespace {

@@ -1,5 +1,6 @@
 #include "build/PageChecks.h"
 
+#include "project/PageFile.h"
 #include "project/PageList.h"
 #include "project/SealedFile.h"
 #include "widgets/EditBuffer.h"
@@ -112,17 +113,20 @@ quint32 pageKey(const ProjectSettings &settings)
     return IniValue::hexadecimal(settings.supplierId.toLatin1());
 }
 
-QStringList readPage(const QString &path, quint32 key, BuildContext *ctx)
+QStringList readPage(const QString &path, quint32 key, BuildContext *ctx, PageFile::Breaks breaks)
 {
-    bool ok = false;
-    const QStringList lines = SealedFile::readLines(path, key, nullptr, &ok);
-    if (!ok && ctx)
-        ctx->log(QStringLiteral("Can't open this file:") + path);
-    QStringList out;
-    for (const QString &line : lines)
-        if (!line.trimmed().isEmpty())
-            out << line;
-    return out;
+    const PageFile::Read page = PageFile::read(path, key, {}, breaks);
+    if (ctx && !page.ok) {
+        // a missing page reads as empty; one that is there but can't be read is a fault
+        if (QFileInfo::exists(path))
+            ctx->complainOnce(QStringLiteral("Can't open this file:") + path + QStringLiteral(" (")
+                              + page.error.reason + QLatin1Char(')'));
+        else
+            ctx->log(QStringLiteral("Can't open this file:") + path);
+    }
+    if (ctx && page.form == SealedFile::Illegal)
+        ctx->complainOnce(QStringLiteral("This is illegal uiprj: ") + path);
+    return page.lines;
 }
 
 bool liesInside(const QRect &outer, const QRect &inner)
@@ -181,18 +185,26 @@ QString withGroup(const QString &line, quint16 group)
     const K kind = WidgetKinds::kindOfLine(line);
     if (!hasGroupField(kind))
         return line;
+    // Only the group field changes; every other character of the record
+    // stays as the designer wrote it.
     EditBuffer b;
     if (WidgetLine::parse(line, kind, b) == ParseStatus::Ok) {
-        if (!b.hasTail())
+        const KindDef *def = b.definition();
+        const FieldDef *tail = def->find("tail");
+        if (!tail || !tail->inLine())
             return line;
-        b.setTail(group);
-        return WidgetLine::write(b);
+        const QString objectName = LineGrammar::split(line).objectName;
+        return LineGrammar::setField(line, tail->linePos, LineGrammar::hex16(group), [&](int pos) {
+            const FieldDef *f = def->atLine(pos);
+            if (!f)
+                return QString();
+            return f->defaultText ? QString::fromUtf8(f->defaultText) : objectName;
+        });
     }
-    LineGrammar::Parts p = LineGrammar::split(line);
+    const LineGrammar::Parts p = LineGrammar::split(line);
     if (p.fields.size() < 2)
         return line;
-    p.fields[p.fields.size() - 2] = LineGrammar::hex16(group);
-    return LineGrammar::join(p.objectName, p.fields);
+    return LineGrammar::setField(line, p.fields.size() - 2, LineGrammar::hex16(group));
 }
 
 QStringList assignGroups(const QStringList &input, int chipIndex)
@@ -269,7 +281,8 @@ void overlapGroupStep(BuildContext &ctx)
     const quint32 key = pageKey(ctx.settings);
     for (int row = 0; row < ctx.pageLines.size(); ++row) {
         const QString path = ctx.path(pageFile(row, QStringLiteral(".cfg")));
-        const QStringList lines = readPage(path, key, &ctx);
+        // line breaks inside records are kept, so a rewrite changes nothing but groups
+        const QStringList lines = readPage(path, key, &ctx, PageFile::Breaks::Keep);
         const QStringList grouped = assignGroups(lines, ctx.settings.panelType);
         if (grouped != lines && !SealedFile::writeLines(path, grouped, key, ctx.logSink))
             ctx.complain(QStringLiteral("Can't write this file:") + path);

@@ -6,6 +6,7 @@
 // text and log.
 
 #include "build/BuildContext.h"
+#include "project/PageFile.h"
 #include "widgets/WidgetKinds.h"
 
 #include <QByteArray>
@@ -24,9 +25,12 @@ constexpr quint16 kNoGroup = 0xFFFF;
 QString pageFile(int row, const QString &suffix);
 // The key that seals the page files of a project.
 quint32 pageKey(const ProjectSettings &settings);
-// Lines of a page file of either form; a file that can't be opened gives no
-// lines and, with a context, "Can't open this file:" in the log.
-QStringList readPage(const QString &path, quint32 key, BuildContext *ctx = nullptr);
+// Records of a page file of either form, read as the designer reads them
+// (PageFile::read). A missing file gives no lines and, with a context,
+// "Can't open this file:" in the log; a file that is there but can't be
+// read (not a regular file, too large) is also a complaint, told once.
+QStringList readPage(const QString &path, quint32 key, BuildContext *ctx = nullptr,
+                     PageFile::Breaks breaks = PageFile::Breaks::Drop);
 
 // --- geometry and groups of one line -------------------------------------------
 // True when `inner` lies wholly inside `outer`, borders included: equal

@@ -1,4 +1,5 @@
 #include "build/PictureBlock.h"
+#include "project/MediaFiles.h"
 
 #include "build/ImageEncoder.h"
 #include "build/MakeBin.h"
@@ -160,7 +161,8 @@ void PictureBlockBuilder::build(BuildContext &ctx)
         const QString relative = QStringLiteral("Picture/") + name;
         QString error;
         QByteArray fileBytes;
-        const QImage image = ImageEncoder::load(ctx.path(relative), &error, &fileBytes);
+        const QString path = MediaFiles::pathIn(ctx.projectDir, QStringLiteral("Picture/"), name, &error);
+        const QImage image = path.isEmpty() ? QImage() : ImageEncoder::load(path, &error, &fileBytes, ctx.panel());
         EncodedImage encoded;
         if (!image.isNull()) {
             // Chip 3 is not among the zip chips: VC530 takes 1 or 0.
@@ -177,6 +179,8 @@ void PictureBlockBuilder::build(BuildContext &ctx)
             entry.format = kUnreadableFormat;
             ctx.complain(QStringLiteral("The image does not exist or cannot be opened: ") + relative
                          + QStringLiteral(" (page ") + QString::number(i) + QLatin1Char(')'));
+            if (!error.isEmpty())
+                ctx.log(error);
             continue;
         }
 

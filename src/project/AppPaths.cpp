@@ -2,6 +2,8 @@
 #include "project/TextFiles.h"
 
 #include <QCoreApplication>
+#include "project/TextFiles.h"
+
 #include <QFile>
 
 namespace vantile {
@@ -33,10 +35,9 @@ QString currentBinPathFile() { return appDir() + QStringLiteral("/currentbin_pat
 
 QString readOneLine(const QString &path)
 {
-    QFile f(path);
-    if (!f.open(QIODevice::ReadOnly))
+    QByteArray bytes;
+    if (TextFiles::readFile(path, &bytes) != TextFiles::ReadStatus::Ok)
         return QString();
-    QByteArray bytes = f.readAll();
     if (bytes.startsWith("\xEF\xBB\xBF"))
         bytes.remove(0, 3);
     const int nl = bytes.indexOf('\n');

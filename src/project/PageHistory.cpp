@@ -1,5 +1,6 @@
 #include "project/PageHistory.h"
 
+#include "project/PageFile.h"
 #include "project/PageList.h"
 #include "project/SealedFile.h"
 #include "project/TextFiles.h"
@@ -63,33 +64,14 @@ QString PageHistory::currentFile(int row) const
     return cfgPath(row);
 }
 
-namespace {
-QByteArray normalise(const QByteArray &line)
+bool PageHistory::sameContent(const QString &path, const QStringList &lines) const
 {
-    return line.simplified();
-}
-} // namespace
-
-bool PageHistory::sameContent(const QString &path, const QStringList &lines)
-{
-    QFile f(path);
-    if (!f.open(QIODevice::ReadOnly | QIODevice::Text))
-        return false;
-    QList<QByteArray> fileLines;
-    while (!f.atEnd())
-        fileLines << normalise(f.readLine());
-    if (fileLines.size() != lines.size())
-        return false;
-    for (int i = 0; i < lines.size(); ++i) {
-        // one-byte characters, no decoding: anything beyond Latin-1 differs
-        if (normalise(lines[i].toLatin1()) != fileLines[i] || lines[i].toLatin1() != lines[i].toUtf8())
-            return false;
-    }
-    return true;
+    return PageFile::sameContent(path, m_key, lines);
 }
 
-bool PageHistory::takeStep(int row, const QStringList &lines, const LogSink &log)
+PageHistory::StepResult PageHistory::takeStep(int row, const QStringList &lines, const LogSink &log)
 {
+    StepResult result;
     int k = step(row) + 1;
     if (k > RingSize)
         k = 1;
@@ -98,13 +80,15 @@ bool PageHistory::takeStep(int row, const QStringList &lines, const LogSink &log
     logTo(log, id + QStringLiteral("cfb NO.") + QString::number(k));
     const QString target = stepPath(row, k);
     const QString predecessor = stepPath(row, k - 1);
-    bool ok = true;
     if (QFile::exists(predecessor) && sameContent(predecessor, lines))
         setStep(row, k - 1);
     else
-        ok = SealedFile::writeLines(target, lines, m_key, log);
-    enterInBackup(target);
-    return ok;
+        result.stepWritten = SealedFile::writeLines(target, lines, m_key, log, &result.error);
+    FileError backupError;
+    result.backupWritten = enterInBackup(target, &backupError);
+    if (!result.backupWritten && !result.error.isSet())
+        result.error = backupError;
+    return result;
 }
 
 QString PageHistory::undo(int row)
@@ -127,17 +111,16 @@ QString PageHistory::redo(int row)
     return k == 0 ? cfgPath(row) : stepPath(row, k);
 }
 
-bool PageHistory::enterInBackup(const QString &stepFile)
+bool PageHistory::enterInBackup(const QString &stepFile, FileError *error)
 {
     const int dot = stepFile.lastIndexOf(QLatin1Char('.'));
     const QString key = stepFile.mid(qMax(0, dot - 8), qMin(8, dot));
     QStringList entries;
-    QFile f(backupFile());
-    if (f.exists()) {
-        if (!f.open(QIODevice::ReadOnly))
+    if (QFile::exists(backupFile())) {
+        QByteArray bytes;
+        if (TextFiles::readFile(backupFile(), &bytes, error) != TextFiles::ReadStatus::Ok)
             return false;
-        entries = QString::fromUtf8(f.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-        f.close();
+        entries = QString::fromUtf8(bytes).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     }
     bool replaced = false;
     for (QString &e : entries) {
@@ -152,22 +135,45 @@ bool PageHistory::enterInBackup(const QString &stepFile)
     QByteArray out;
     for (const QString &e : entries)
         out += e.toUtf8() + '\n';
-    return TextFiles::writeAtomically(backupFile(), out);
+    QString reason;
+    if (TextFiles::writeAtomically(backupFile(), out, &reason))
+        return true;
+    if (error)
+        *error = {backupFile(), reason};
+    return false;
 }
 
 QString PageHistory::recoveredPath(int row) const
 {
-    QFile f(backupFile());
-    if (!f.open(QIODevice::ReadOnly))
+    QByteArray bytes;
+    if (TextFiles::readFile(backupFile(), &bytes) != TextFiles::ReadStatus::Ok)
         return QString();
     const QString id = PageList::pageId(row);
-    for (const QString &e : QString::fromUtf8(f.readAll()).split(QLatin1Char('\n'))) {
+    for (const QString &e : QString::fromUtf8(bytes).split(QLatin1Char('\n'))) {
         // the step file's name ends in "PageNNNN.cfbK": look at that part only
         const QString name = QFileInfo(e.trimmed()).fileName();
         if (name.contains(id))
             return e.simplified();
     }
     return QString();
+}
+
+QList<int> PageHistory::adoptRecoveredSteps(int pageCount)
+{
+    QList<int> adopted;
+    for (int row = 0; row < qMin(pageCount, MaxPages); ++row) {
+        const QString name = QFileInfo(recoveredPath(row)).fileName();
+        const QString head = QStringLiteral("Page") + PageList::pageId(row) + QStringLiteral(".cfb");
+        if (!name.startsWith(head))
+            continue;
+        bool isNumber = false;
+        const int k = name.mid(head.size()).toInt(&isNumber);
+        if (!isNumber || k < 1 || k > RingSize || !QFile::exists(stepPath(row, k)))
+            continue;
+        setStep(row, k);
+        adopted << row;
+    }
+    return adopted;
 }
 
 void PageHistory::deleteStepFiles() const
@@ -185,7 +191,7 @@ void PageHistory::rotateBackups(int pageCount, const LogSink &log) const
 {
     for (int row = 0; row < pageCount; ++row) {
         const QString cfg = cfgPath(row);
-        const QStringList lines = SealedFile::readLines(cfg, m_key);
+        const QStringList lines = PageFile::read(cfg, m_key).lines;
         if (lines.isEmpty())
             continue;
         const QString bak = cfg + QStringLiteral(".bak");

@@ -5,6 +5,7 @@
 // backup.txt names the latest step file of each page while a session runs.
 
 #include "project/LogSink.h"
+#include "project/TextFiles.h"
 
 #include <QString>
 #include <QStringList>
@@ -36,9 +37,18 @@ public:
     // zero and not above the highest existing step, else the .cfg.
     QString currentFile(int row) const;
 
-    // Takes a step of these lines. Returns false when the step file could
-    // not be written (the counter stays advanced, as it is taken first).
-    bool takeStep(int row, const QStringList &lines, const LogSink &log = {});
+    // What taking a step wrote, and what it could not.
+    struct StepResult {
+        bool stepWritten = true;   // false: the step file could not be written
+        bool backupWritten = true; // false: backup.txt could not be written (no crash recovery)
+        FileError error;           // the first file that failed
+        bool ok() const { return stepWritten && backupWritten; }
+        explicit operator bool() const { return ok(); }
+    };
+    // Takes a step of these lines. When the step file can't be written the
+    // counter stays advanced, as it is taken first. No step file is written
+    // when the previous step holds the same lines.
+    StepResult takeStep(int row, const QStringList &lines, const LogSink &log = {});
 
     // Undo and redo move the counter round the ring of the .cfg and the
     // existing steps, and return the file to load.
@@ -47,9 +57,13 @@ public:
 
     // Enters a step file as the page's entry in backup.txt (whole file
     // rewritten). False when backup.txt can't be written.
-    bool enterInBackup(const QString &stepFile);
+    bool enterInBackup(const QString &stepFile, FileError *error = nullptr);
     // Recovery: the path backup.txt names for the row, empty for none.
     QString recoveredPath(int row) const;
+    // Recovery: every page whose backup.txt entry names one of its own step
+    // files that exists takes that step as its current state, so that it
+    // counts as changed until saved. Returns the rows that did.
+    QList<int> adoptRecoveredSteps(int pageCount);
 
     // Removes every file under Plugin whose path has ".cfb" after its
     // eighth character: the step files of an earlier session.
@@ -58,11 +72,10 @@ public:
     // Two rotating copies of each .cfg, made at open.
     void rotateBackups(int pageCount, const LogSink &log = {}) const;
 
-    // Equality of a file and lines, as the step check sees it: the file's
-    // lines as bytes, each line and each given line trimmed with inner runs
-    // of white space reduced to one blank. A file with a BOM, a sealed file
-    // or text that is not ASCII never compares equal.
-    static bool sameContent(const QString &path, const QStringList &lines);
+    // Equality of a page file and lines, as the step check sees it: the
+    // decoded records, each trimmed with inner runs of white space reduced
+    // to one blank. The file's form and encoding don't count.
+    bool sameContent(const QString &path, const QStringList &lines) const;
 
 private:
     QString m_dir;

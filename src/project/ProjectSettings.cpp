@@ -1,5 +1,7 @@
 #include "project/ProjectSettings.h"
 
+#include "project/TextFiles.h"
+
 #include <QFile>
 #include <QList>
 
@@ -438,11 +440,13 @@ QSize ProjectSettings::canvasSize() const
 VersionGate ProjectSettings::checkVersion(const QString &iniPath)
 {
     VersionGate gate;
-    QFile f(iniPath);
-    if (!f.open(QIODevice::ReadOnly))
+    QByteArray body;
+    FileError error;
+    if (TextFiles::readFile(iniPath, &body, &error) != TextFiles::ReadStatus::Ok) {
+        gate.reason = error.reason;
         return gate;
+    }
     gate.iniFound = true;
-    QByteArray body = f.readAll();
     if (body.startsWith("\xEF\xBB\xBF"))
         body.remove(0, 3);
     QByteArray line;

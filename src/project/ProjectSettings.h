@@ -64,6 +64,7 @@ struct VersionGate {
     bool accepted = false;  // false with iniFound: the too-new message
     QString valueText;      // the "SupplierVer:" value as read, e.g. "V3.21"
     int number = 0;         // the value with "V" and "." removed, e.g. 321
+    QString reason;         // with !iniFound: why it could not be read
 };
 
 struct ReadReport {

@@ -126,12 +126,10 @@ Class classifyBytes(const QByteArray &bytesIn, quint32 supplierKey)
 
 Class classify(const QString &path, quint32 supplierKey)
 {
-    if (path.isEmpty())
+    QByteArray bytes;
+    if (TextFiles::readFile(path, &bytes) != TextFiles::ReadStatus::Ok)
         return Plain;
-    QFile f(path);
-    if (!f.open(QIODevice::ReadOnly))
-        return Plain;
-    return classifyBytes(f.readAll(), supplierKey);
+    return classifyBytes(bytes, supplierKey);
 }
 
 QStringList readSealed(const QByteArray &bytes, const LogSink &log)
@@ -163,7 +161,8 @@ QStringList readSealed(const QByteArray &bytes, const LogSink &log)
     return lines;
 }
 
-bool writeLines(const QString &path, const QStringList &lines, quint32 supplierKey, const LogSink &log)
+bool writeLines(const QString &path, const QStringList &lines, quint32 supplierKey, const LogSink &log,
+                FileError *error)
 {
     QByteArray bytes;
     if (supplierKey == kBuiltInKey) {
@@ -173,22 +172,26 @@ bool writeLines(const QString &path, const QStringList &lines, quint32 supplierK
         bytes = seal(lines, supplierKey, &crc);
         logTo(log, QStringLiteral("Save crc: 0x%1").arg(crc, 8, 16, QLatin1Char('0')));
     }
-    return TextFiles::writeAtomically(path, bytes);
+    QString reason;
+    if (TextFiles::writeAtomically(path, bytes, &reason))
+        return true;
+    if (error)
+        *error = {path, reason};
+    return false;
 }
 
-QStringList readLines(const QString &path, quint32 supplierKey, Class *cls, bool *ok, const LogSink &log)
+QStringList readLines(const QString &path, quint32 supplierKey, Class *cls, bool *ok, const LogSink &log,
+                      FileError *error)
 {
-    QFile f(path);
-    if (!f.open(QIODevice::ReadOnly)) {
+    QByteArray bytes;
+    const bool read = TextFiles::readFile(path, &bytes, error) == TextFiles::ReadStatus::Ok;
+    if (ok)
+        *ok = read;
+    if (!read) {
         if (cls)
             *cls = Plain;
-        if (ok)
-            *ok = false;
         return {};
     }
-    if (ok)
-        *ok = true;
-    const QByteArray bytes = f.readAll();
     const Class c = classifyBytes(bytes, supplierKey);
     if (cls)
         *cls = c;

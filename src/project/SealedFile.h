@@ -3,6 +3,7 @@
 // sealed form (16-byte header, payload rotated by four bits, keyed CRC).
 
 #include "project/LogSink.h"
+#include "project/TextFiles.h"
 
 #include <QByteArray>
 #include <QString>
@@ -37,12 +38,14 @@ QStringList readSealed(const QByteArray &bytes, const LogSink &log = {});
 
 // Writes lines in the form the key asks for: plain with the built-in key,
 // sealed with any other. Atomic; false when the file can't be written.
-bool writeLines(const QString &path, const QStringList &lines, quint32 supplierKey, const LogSink &log = {});
+bool writeLines(const QString &path, const QStringList &lines, quint32 supplierKey, const LogSink &log = {},
+                FileError *error = nullptr);
 
 // Reads a file of either form (classifying first). Illegal gives no lines
-// and *cls == Illegal; a missing file gives *ok == false.
+// and *cls == Illegal; a file that can't be read (missing, not a regular
+// file, too large: TextFiles::readFile) gives *ok == false and *error.
 QStringList readLines(const QString &path, quint32 supplierKey, Class *cls = nullptr, bool *ok = nullptr,
-                      const LogSink &log = {});
+                      const LogSink &log = {}, FileError *error = nullptr);
 
 } // namespace SealedFile
 

@@ -1,7 +1,9 @@
 #include "project/TextFiles.h"
 #include "widgets/WidgetKinds.h"
 
+#include <QDir>
 #include <QFile>
+#include <QRegularExpression>
 #include <QFileInfo>
 #include <QSaveFile>
 #include <QTextCodec>
@@ -12,6 +14,11 @@ namespace TextFiles {
 bool writeAtomically(const QString &path, const QByteArray &bytes, QString *error)
 {
     QSaveFile f(path);
+    if (QFileInfo(path).isDir()) {
+        if (error)
+            *error = QStringLiteral("Is a directory");
+        return false;
+    }
     if (!f.open(QIODevice::WriteOnly)) {
         if (error)
             *error = f.errorString();
@@ -29,6 +36,40 @@ bool writeAtomically(const QString &path, const QByteArray &bytes, QString *erro
         return false;
     }
     return true;
+}
+
+bool isInterruptedWrite(const QString &fileName, const QString &projectName)
+{
+    static const QRegularExpression ours(QStringLiteral(
+        "^(Page\\d{4}\\.(cfg|cfc|cfb\\d{1,2}|cfg\\.bak1?|csv)|LastPage\\.txt|backup\\.txt|Morvane_Flash\\.bin"
+        "|Make_info\\.txt|Make_error_info\\.txt|Addr_Info\\.txt|TouchWidget\\.csv|DisplayWidget\\.csv"
+        "|SerialPortCommands\\.csv|Constant_text\\.csv|command\\.list|TableHeader\\.txt)\\.[A-Za-z0-9]{6}$"));
+    if (ours.match(fileName).hasMatch())
+        return true;
+    for (const char *suffix : {".uiprj.", ".ini."}) {
+        const QString head = projectName + QLatin1String(suffix);
+        if (!projectName.isEmpty() && fileName.size() == head.size() + 6 && fileName.startsWith(head)) {
+            bool alnum = true;
+            for (QChar c : fileName.mid(head.size()))
+                alnum = alnum && c.unicode() < 128 && c.isLetterOrNumber();
+            if (alnum)
+                return true;
+        }
+    }
+    return false;
+}
+
+QStringList removeInterruptedWrites(const QString &projectDir, const QString &projectName)
+{
+    QStringList removed;
+    for (const char *sub : {"", "Plugin/", "MultiLanguage/"}) {
+        QDir dir(projectDir + QLatin1String(sub));
+        for (const QString &name : dir.entryList(QDir::Files | QDir::Hidden)) {
+            if (isInterruptedWrite(name, projectName) && dir.remove(name))
+                removed << dir.filePath(name);
+        }
+    }
+    return removed;
 }
 
 QString decode(const QByteArray &bytesIn, bool *wasGbk)
@@ -50,17 +91,46 @@ QString decode(const QByteArray &bytesIn, bool *wasGbk)
     return gbk ? gbk->toUnicode(bytes) : QString::fromLatin1(bytes);
 }
 
-QStringList readLines(const QString &path, bool *ok)
+ReadStatus readFile(const QString &path, QByteArray *bytes, FileError *error, qint64 maxSize)
 {
+    auto fail = [&](ReadStatus status, const QString &reason) {
+        if (error)
+            *error = {path, reason};
+        if (bytes)
+            bytes->clear();
+        return status;
+    };
+    const QFileInfo info(path);
+    if (path.isEmpty() || !info.exists())
+        return fail(ReadStatus::Missing, QStringLiteral("No such file"));
+    // isFile() follows links: a link to a device or a pipe is not a file
+    if (!info.isFile())
+        return fail(ReadStatus::NotRegular, QStringLiteral("Not a regular file"));
+    if (info.size() > maxSize)
+        return fail(ReadStatus::TooLarge, QStringLiteral("File too large: %1 bytes, the limit is %2 MB")
+                                              .arg(info.size())
+                                              .arg(maxSize >> 20));
     QFile f(path);
-    if (!f.open(QIODevice::ReadOnly)) {
-        if (ok)
-            *ok = false;
-        return {};
-    }
+    if (!f.open(QIODevice::ReadOnly))
+        return fail(ReadStatus::Unreadable, f.errorString());
+    // read no more than the limit, even if the file grows meanwhile
+    QByteArray data = f.read(maxSize + 1);
+    if (data.size() > maxSize)
+        return fail(ReadStatus::TooLarge, QStringLiteral("File too large: the limit is %1 MB").arg(maxSize >> 20));
+    if (f.error() != QFileDevice::NoError)
+        return fail(ReadStatus::Unreadable, f.errorString());
+    if (bytes)
+        *bytes = data;
+    return ReadStatus::Ok;
+}
+
+QStringList readLines(const QString &path, bool *ok, FileError *error)
+{
+    QByteArray bytes;
+    const bool read = readFile(path, &bytes, error) == ReadStatus::Ok;
     if (ok)
-        *ok = true;
-    return splitPlain(f.readAll());
+        *ok = read;
+    return read ? splitPlain(bytes) : QStringList();
 }
 
 QStringList splitPlain(const QByteArray &bytes)
@@ -91,7 +161,7 @@ const QStringList &recordPrefixes()
     return prefixes;
 }
 
-QStringList glueRecords(const QStringList &physicalLines)
+QStringList glueRecords(const QStringList &physicalLines, const QString &separator)
 {
     QStringList records;
     for (int i = 0; i < physicalLines.size(); ++i) {
@@ -105,7 +175,7 @@ QStringList glueRecords(const QStringList &physicalLines)
         if (opens || records.isEmpty())
             records.append(l);
         else
-            records.last().append(l);
+            records.last().append(separator + l);
     }
     return records;
 }

@@ -1,5 +1,7 @@
 #include "widgets/LineGrammar.h"
 
+#include <QVector>
+
 namespace vantile {
 namespace LineGrammar {
 
@@ -56,6 +58,33 @@ Parts split(const QString &line)
     if (!body.isEmpty())
         p.fields = body.split(QLatin1Char(','));
     return p;
+}
+
+QString setField(const QString &line, int pos, const QString &text, const std::function<QString(int)> &fill)
+{
+    const int colon = line.indexOf(QLatin1Char(':'));
+    const int semicolon = line.indexOf(QLatin1Char(';'));
+    if (colon < 0 || pos < 0 || (semicolon >= 0 && semicolon < colon))
+        return line;
+    const int end = semicolon < 0 ? line.size() : semicolon;
+    // the start of each field of the body; a body of nothing has no fields
+    QVector<int> starts;
+    if (end > colon + 1) {
+        starts << colon + 1;
+        for (int i = colon + 1; i < end; ++i)
+            if (line[i] == QLatin1Char(','))
+                starts << i + 1;
+    }
+    if (pos < starts.size()) {
+        const int from = starts[pos];
+        const int to = pos + 1 < starts.size() ? starts[pos + 1] - 1 : end;
+        return line.left(from) + text + line.mid(to);
+    }
+    QString added;
+    for (int i = starts.size(); i < pos; ++i)
+        added += (i == 0 ? QString() : QStringLiteral(",")) + (fill ? fill(i) : QString());
+    added += (pos == 0 ? QString() : QStringLiteral(",")) + text;
+    return line.left(end) + added + line.mid(end);
 }
 
 QString join(const QString &objectName, const QStringList &fields)

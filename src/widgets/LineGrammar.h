@@ -7,6 +7,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+
 namespace vantile {
 
 namespace LineGrammar {
@@ -20,6 +22,12 @@ struct Parts {
 // without ":" is all object name and has no fields.
 Parts split(const QString &line);
 QString join(const QString &objectName, const QStringList &fields);
+// The line with field `pos` (0 is the first after ":") replaced by `text`
+// and every other character as it stands. A line that ends before `pos`
+// is first given the missing fields, each from `fill(i)`. A line without
+// fields (no ":" before the first ";") is returned unchanged.
+QString setField(const QString &line, int pos, const QString &text,
+                 const std::function<QString(int)> &fill = {});
 
 // Decimal field: only the digits count; a sign or anything else is
 // dropped. No digits, or more than fit in 64 bits, give 0.

@@ -17,6 +17,8 @@
 #include <QDateTime>
 
 #include <cstdio>
+#include <exception>
+#include <new>
 
 using namespace vantile;
 
@@ -39,7 +41,23 @@ int fail(int code, const QString &reason)
 
 } // namespace
 
+int run(int argc, char *argv[]);
+
 int main(int argc, char *argv[])
+{
+    // Whatever goes wrong inside, a CI log gets one line and exit code 3.
+    try {
+        return run(argc, argv);
+    } catch (const std::bad_alloc &) {
+        return fail(BuildExit::NoImage, QStringLiteral("the build stopped: out of memory"));
+    } catch (const std::exception &e) {
+        return fail(BuildExit::NoImage, QStringLiteral("the build stopped: ") + QString::fromLocal8Bit(e.what()));
+    } catch (...) {
+        return fail(BuildExit::NoImage, QStringLiteral("the build stopped: unknown error"));
+    }
+}
+
+int run(int argc, char *argv[])
 {
     QCoreApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("vantile-build"));

@@ -2,7 +2,6 @@
 #include "project/TextFiles.h"
 
 #include <QCoreApplication>
-#include "project/TextFiles.h"
 
 #include <QFile>
 

@@ -80,12 +80,15 @@ PageHistory::StepResult PageHistory::takeStep(int row, const QStringList &lines,
     logTo(log, id + QStringLiteral("cfb NO.") + QString::number(k));
     const QString target = stepPath(row, k);
     const QString predecessor = stepPath(row, k - 1);
-    if (QFile::exists(predecessor) && sameContent(predecessor, lines))
+    QString holder = target; // the step file that holds the page's state now
+    if (QFile::exists(predecessor) && sameContent(predecessor, lines)) {
         setStep(row, k - 1);
-    else
+        holder = predecessor; // recovery must find a file that exists
+    } else {
         result.stepWritten = SealedFile::writeLines(target, lines, m_key, log, &result.error);
+    }
     FileError backupError;
-    result.backupWritten = enterInBackup(target, &backupError);
+    result.backupWritten = enterInBackup(holder, &backupError);
     if (!result.backupWritten && !result.error.isSet())
         result.error = backupError;
     return result;
@@ -124,7 +127,8 @@ bool PageHistory::enterInBackup(const QString &stepFile, FileError *error)
     }
     bool replaced = false;
     for (QString &e : entries) {
-        if (e.contains(key)) {
+        // by the file name: a folder named like a page must not match
+        if (QFileInfo(e.trimmed()).fileName().startsWith(key)) {
             e = stepFile;
             replaced = true;
             break;

@@ -6,6 +6,7 @@
 
 #include <QFile>
 #include <QTemporaryDir>
+#include <QtEndian>
 #include <QtTest>
 
 using namespace vantile;
@@ -26,8 +27,7 @@ quint32 slowCrc(const QByteArray &data)
 
 quint32 le32(const QByteArray &b, int at)
 {
-    return quint32(quint8(b[at])) | quint32(quint8(b[at + 1])) << 8 | quint32(quint8(b[at + 2])) << 16
-           | quint32(quint8(b[at + 3])) << 24;
+    return qFromLittleEndian<quint32>(reinterpret_cast<const uchar *>(b.constData() + at));
 }
 
 QByteArray readAll(const QString &path)
@@ -111,60 +111,54 @@ private slots:
 
     void builtInKeyWritesPlain()
     {
+        // the built-in key writes plain text with its byte order mark, any
+        // other key the sealed form, which keeps ASCII only
         QTemporaryDir dir;
         const QString path = dir.path() + QStringLiteral("/p.cfg");
-        QVERIFY(SealedFile::writeLines(path, {QStringLiteral("a"), QStringLiteral("b")}, SealedFile::kBuiltInKey));
-        QCOMPARE(readAll(path), QByteArray("\xEF\xBB\xBF" "a\nb\n"));
+        const QString sealed = dir.path() + QStringLiteral("/s.cfg");
+        const QStringList lines = {QStringLiteral("label_0:名称x;"), QStringLiteral("b")};
+        QVERIFY(SealedFile::writeLines(path, lines, SealedFile::kBuiltInKey));
+        QCOMPARE(readAll(path), QByteArray("\xEF\xBB\xBF" "label_0:\xE5\x90\x8D\xE7\xA7\xB0x;\nb\n"));
+        QCOMPARE(SealedFile::classify(path, SealedFile::kBuiltInKey), SealedFile::Plain);
+        QCOMPARE(SealedFile::readLines(path, SealedFile::kBuiltInKey), lines);
+        QVERIFY(SealedFile::writeLines(sealed, lines, kOtherKey));
+        QCOMPARE(SealedFile::readLines(sealed, kOtherKey), QStringList({QStringLiteral("label_0:x;"), QStringLiteral("b")}));
         QVERIFY(SealedFile::writeLines(path, {}, SealedFile::kBuiltInKey));
         QCOMPARE(readAll(path), QByteArray("\xEF\xBB\xBF"));
-        QCOMPARE(SealedFile::classify(path, SealedFile::kBuiltInKey), SealedFile::Plain);
-    }
-
-    void nonAsciiLostWhenSealedKeptWhenPlain()
-    {
-        QTemporaryDir dir;
-        const QStringList lines = {QStringLiteral("label_0:名称x;")};
-        const QString sealed = dir.path() + QStringLiteral("/s.cfg");
-        const QString plain = dir.path() + QStringLiteral("/p.cfg");
-        QVERIFY(SealedFile::writeLines(sealed, lines, kOtherKey));
-        QVERIFY(SealedFile::writeLines(plain, lines, SealedFile::kBuiltInKey));
-        QCOMPARE(SealedFile::readLines(sealed, kOtherKey), QStringList{QStringLiteral("label_0:x;")});
-        QCOMPARE(SealedFile::readLines(plain, SealedFile::kBuiltInKey), lines);
     }
 
     void classification()
     {
-        QTemporaryDir dir;
-        const QString path = dir.path() + QStringLiteral("/c.cfg");
-        QByteArray file = SealedFile::seal({QStringLiteral("Page:x;"), QStringLiteral("icon_1:1,2;")}, kOtherKey);
-
-        auto write = [&](const QByteArray &b) {
-            QFile f(path);
-            QVERIFY(f.open(QIODevice::WriteOnly));
-            f.write(b);
-        };
-        write(file);
-        QCOMPARE(SealedFile::classify(path, kOtherKey), SealedFile::Sealed);
+        const QByteArray file = SealedFile::seal({QStringLiteral("Page:x;"), QStringLiteral("icon_1:1,2;")}, kOtherKey);
+        QCOMPARE(SealedFile::classifyBytes(file, kOtherKey), SealedFile::Sealed);
         // another key: header is ours, CRC fails
-        QCOMPARE(SealedFile::classify(path, 0x11111111u), SealedFile::Illegal);
-
+        QCOMPARE(SealedFile::classifyBytes(file, 0x11111111u), SealedFile::Illegal);
         QByteArray flipped = file;
         flipped[20] = char(flipped[20] ^ 0x01);
-        write(flipped);
-        QCOMPARE(SealedFile::classify(path, kOtherKey), SealedFile::Illegal);
-        SealedFile::Class cls;
-        QVERIFY(SealedFile::readLines(path, kOtherKey, &cls).isEmpty());
-        QCOMPARE(cls, SealedFile::Illegal);
-
+        QCOMPARE(SealedFile::classifyBytes(flipped, kOtherKey), SealedFile::Illegal);
         // bytes 2 to 5 changed too: no longer our header, read as plain text
-        flipped[2] = 'Z';
-        write(flipped);
-        QCOMPARE(SealedFile::classify(path, kOtherKey), SealedFile::Plain);
+        QByteArray foreign = flipped;
+        foreign[2] = 'Z';
+        QCOMPARE(SealedFile::classifyBytes(foreign, kOtherKey), SealedFile::Plain);
+        QCOMPARE(SealedFile::classifyBytes(QByteArray(16, 'a'), kOtherKey), SealedFile::Plain);
 
-        write(QByteArray(16, 'a'));
-        QCOMPARE(SealedFile::classify(path, kOtherKey), SealedFile::Plain);
-        QCOMPARE(SealedFile::classify(dir.path() + QStringLiteral("/missing"), kOtherKey), SealedFile::Plain);
+        // on disk: an illegal file gives no lines; no file is plain and not read
+        QTemporaryDir dir;
+        const QString path = dir.path() + QStringLiteral("/c.cfg");
+        QFile f(path);
+        QVERIFY(f.open(QIODevice::WriteOnly) && f.write(flipped) == flipped.size());
+        f.close();
+        QCOMPARE(SealedFile::classify(path, kOtherKey), SealedFile::Illegal);
+        SealedFile::Class cls = SealedFile::Plain;
+        bool ok = false;
+        QVERIFY(SealedFile::readLines(path, kOtherKey, &cls, &ok).isEmpty());
+        QCOMPARE(cls, SealedFile::Illegal);
+        QVERIFY(ok);
+        const QString missing = dir.path() + QStringLiteral("/missing");
+        QCOMPARE(SealedFile::classify(missing, kOtherKey), SealedFile::Plain);
         QCOMPARE(SealedFile::classify(QString(), kOtherKey), SealedFile::Plain);
+        QVERIFY(SealedFile::readLines(missing, kOtherKey, &cls, &ok).isEmpty());
+        QVERIFY(!ok);
     }
 
     void truncatedSealedFileReadsWhatIsThere()

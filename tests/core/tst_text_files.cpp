@@ -28,11 +28,6 @@ QByteArray readFile(const QString &path)
     return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<unreadable>");
 }
 
-QByteArray gbk(const QString &text)
-{
-    return QTextCodec::codecForName("GBK")->fromUnicode(text);
-}
-
 QString fromGbk(const QByteArray &bytes)
 {
     return QTextCodec::codecForName("GBK")->toUnicode(bytes);
@@ -51,61 +46,41 @@ private slots:
 
     // --- decoding -------------------------------------------------------------
 
-    void utf8WithAndWithoutBom()
-    {
-        const QString text = QString::fromUtf8("Page:;RGBColor(0,0,0);主页;\nlabel0:标签;\n");
-        bool wasGbk = true;
-        QCOMPARE(TextFiles::decode(kBom + text.toUtf8(), &wasGbk), text);
-        QVERIFY(!wasGbk);
-        wasGbk = true;
-        QCOMPARE(TextFiles::decode(text.toUtf8(), &wasGbk), text);
-        QVERIFY(!wasGbk);
-        QCOMPARE(TextFiles::decode(kBom), QString());
-        QCOMPARE(TextFiles::decode(QByteArray()), QString());
-    }
-
-    void oneInvalidSequenceMakesWholeFileGbk()
-    {
-        // Valid UTF-8 Chinese lines and one line in GBK: the whole file is
-        // read as GBK, so the UTF-8 lines do not come out as written.
-        const QByteArray utf8Line1 = QString::fromUtf8("label0:标签;\n").toUtf8();
-        const QByteArray gbkLine = "label1:" + gbk(QString::fromUtf8("中文")) + ";\n";
-        const QByteArray utf8Line2 = QString::fromUtf8("button0:按钮;\n").toUtf8();
-        const QByteArray file = utf8Line1 + gbkLine + utf8Line2;
-
-        // the GBK bytes of "中文" (D6 D0 CE C4) are not valid UTF-8
-        QCOMPARE(gbk(QString::fromUtf8("中文")), QByteArray("\xD6\xD0\xCE\xC4"));
-
-        bool wasGbk = false;
-        const QString decoded = TextFiles::decode(file, &wasGbk);
-        QVERIFY(wasGbk);
-        QCOMPARE(decoded, fromGbk(file));
-        QVERIFY(decoded.contains(QString::fromUtf8("label1:中文;")));
-        QVERIFY(!decoded.contains(QString::fromUtf8("标签")));
-        QVERIFY(!decoded.contains(QString::fromUtf8("按钮")));
-    }
-
-    void otherInvalidUtf8_data()
+    void decode_data()
     {
         QTest::addColumn<QByteArray>("bytes");
-        QTest::newRow("cut sequence at the end") << QByteArray("label0:abc\xE4\xB8");
-        QTest::newRow("lone continuation byte") << QByteArray("label0:\x80\x41;");
-        QTest::newRow("lead byte then ASCII") << QByteArray("label0:\xC4\x41\xC4\x42;");
-        QTest::newRow("old GBK page line") << QByteArray("Page:;RGBColor(0,0,0);\xD6\xF7\xD2\xB3;\n");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("wasGbk");
+        const QString text = QString::fromUtf8("Page:;RGBColor(0,0,0);主页;\nlabel0:标签;\n");
+        QTest::newRow("UTF-8 with BOM") << kBom + text.toUtf8() << text << false;
+        QTest::newRow("UTF-8 without BOM") << text.toUtf8() << text << false;
+        QTest::newRow("BOM only") << kBom << QString() << false;
+        QTest::newRow("empty") << QByteArray() << QString() << false;
+        // "主页" in GBK is D6 F7 D2 B3, not valid UTF-8
+        QTest::newRow("old GBK page line") << QByteArray("Page:;RGBColor(0,0,0);\xD6\xF7\xD2\xB3;")
+                                           << QString::fromUtf8("Page:;RGBColor(0,0,0);主页;") << true;
+        // Valid UTF-8 Chinese lines and one line in GBK ("中文", D6 D0 CE C4):
+        // the whole file is read as GBK, the UTF-8 lines do not come out as written.
+        const QByteArray mixed = QString::fromUtf8("label0:标签;\n").toUtf8() + "label1:\xD6\xD0\xCE\xC4;\n"
+                                 + QString::fromUtf8("button0:按钮;\n").toUtf8();
+        QTest::newRow("one GBK line among UTF-8") << mixed << fromGbk(mixed) << true;
+        for (const char *bytes : {"label0:abc\xE4\xB8", "label0:\x80\x41;", "label0:\xC4\x41\xC4\x42;"})
+            QTest::addRow("invalid UTF-8 %s", QByteArray(bytes).toHex().constData())
+                << QByteArray(bytes) << fromGbk(bytes) << true;
     }
-    void otherInvalidUtf8()
+    void decode()
     {
         QFETCH(QByteArray, bytes);
-        bool wasGbk = false;
-        QCOMPARE(TextFiles::decode(bytes, &wasGbk), fromGbk(bytes));
-        QVERIFY(wasGbk);
-    }
-
-    void oldGbkPageNameReads()
-    {
-        // "主页" in GBK is D6 F7 D2 B3
-        QCOMPARE(TextFiles::decode("Page:;RGBColor(0,0,0);\xD6\xF7\xD2\xB3;"),
-                 QString::fromUtf8("Page:;RGBColor(0,0,0);主页;"));
+        QFETCH(QString, text);
+        QFETCH(bool, wasGbk);
+        bool gbk = !wasGbk;
+        const QString decoded = TextFiles::decode(bytes, &gbk);
+        QCOMPARE(decoded, text);
+        QCOMPARE(gbk, wasGbk);
+        if (wasGbk) {
+            QVERIFY(!decoded.contains(QString::fromUtf8("标签")));
+            QVERIFY(!decoded.contains(QString::fromUtf8("按钮")));
+        }
     }
 
     // --- lines ------------------------------------------------------------------
@@ -116,16 +91,13 @@ private slots:
         QTest::addColumn<QStringList>("lines");
         QTest::newRow("BOM and line feeds") << QByteArray(kBom + "Page:a;\nlabel0:b;\n")
                                             << QStringList{"Page:a;", "label0:b;"};
-        QTest::newRow("no final line feed") << QByteArray("Page:a;\nlabel0:b;")
-                                            << QStringList{"Page:a;", "label0:b;"};
+        QTest::newRow("no final line feed") << QByteArray("Page:a;\nlabel0:b;") << QStringList{"Page:a;", "label0:b;"};
         QTest::newRow("carriage returns dropped") << QByteArray("Page:a;\r\nlabel0:b;\r\n")
                                                   << QStringList{"Page:a;", "label0:b;"};
-        QTest::newRow("empty line kept inside") << QByteArray("label0:a\n\nb;\n")
-                                                << QStringList{"label0:a", "", "b;"};
+        QTest::newRow("empty line kept inside") << QByteArray("label0:a\n\nb;\n") << QStringList{"label0:a", "", "b;"};
         QTest::newRow("empty file") << QByteArray() << QStringList();
         QTest::newRow("BOM only") << kBom << QStringList();
-        QTest::newRow("GBK file") << QByteArray("label0:\xD6\xD0;\n")
-                                  << QStringList{QString::fromUtf8("label0:中;")};
+        QTest::newRow("GBK file") << QByteArray("label0:\xD6\xD0;\n") << QStringList{QString::fromUtf8("label0:中;")};
     }
     void readLines()
     {
@@ -138,12 +110,6 @@ private slots:
         bool ok = false;
         QCOMPARE(TextFiles::readLines(path, &ok), lines);
         QVERIFY(ok);
-    }
-
-    void readLinesOfMissingFile()
-    {
-        QTemporaryDir dir;
-        bool ok = true;
         QVERIFY(TextFiles::readLines(dir.filePath(QStringLiteral("none.cfg")), &ok).isEmpty());
         QVERIFY(!ok);
     }
@@ -158,21 +124,23 @@ private slots:
 
     void plainPageRoundTrip()
     {
-        // A page written and read again is unchanged, Chinese text included;
-        // written again it gives the same bytes.
+        // A page written and read again gives the same bytes once more, and
+        // a line break in a widget text (two physical lines) is glued back
+        // into one record.
         const QStringList page = {
             QStringLiteral("Page:,0x0000,,0x0000,,0x0000,,0x0000,;RGBColor(0,0,0);RGBColor(0,0,0);Disable;0;0;Disable;"),
-            QString::fromUtf8("label0:温度,10,20,100,30;"),
-            QStringLiteral("button0:ok,0,0,50,20;")};
+            QString::fromUtf8("label0:第一行\n第二行,10,20,100,30;"), QStringLiteral("button0:ok,0,0,50,20;")};
         QTemporaryDir dir;
         QVERIFY(dir.isValid());
         const QString path = dir.filePath(QStringLiteral("Page0001.cfg"));
         const QByteArray bytes = TextFiles::encodePlain(page);
         QVERIFY(TextFiles::writeAtomically(path, bytes));
         QCOMPARE(readFile(path), bytes);
-        const QStringList back = TextFiles::readLines(path);
-        QCOMPARE(back, page);
-        QCOMPARE(TextFiles::encodePlain(back), bytes);
+        const QStringList physical = TextFiles::readLines(path);
+        QCOMPARE(physical.size(), 4);
+        QCOMPARE(TextFiles::encodePlain(physical), bytes);
+        QCOMPARE(TextFiles::glueRecords(physical),
+                 (QStringList{page[0], QString::fromUtf8("label0:第一行第二行,10,20,100,30;"), page[2]}));
     }
 
     // --- records ------------------------------------------------------------------
@@ -181,68 +149,39 @@ private slots:
     {
         QTest::addColumn<QStringList>("physical");
         QTest::addColumn<QStringList>("records");
-        QTest::newRow("text with a line break")
-            << QStringList{"Page:a;", "label0:hello", "world;", "button0:x;"}
-            << QStringList{"Page:a;", "label0:helloworld;", "button0:x;"};
-        QTest::newRow("several continuation lines")
-            << QStringList{"Page:a;", "textroll0:one", "two", "three;"}
-            << QStringList{"Page:a;", "textroll0:onetwothree;"};
-        QTest::newRow("empty continuation line")
-            << QStringList{"label0:a", "", "b;"} << QStringList{"label0:ab;"};
+        QTest::newRow("text with a line break") << QStringList{"Page:a;", "label0:hello", "world;", "button0:x;"}
+                                                << QStringList{"Page:a;", "label0:helloworld;", "button0:x;"};
+        QTest::newRow("several continuation lines") << QStringList{"Page:a;", "textroll0:one", "two", "three;"}
+                                                    << QStringList{"Page:a;", "textroll0:onetwothree;"};
+        QTest::newRow("empty continuation line") << QStringList{"label0:a", "", "b;"} << QStringList{"label0:ab;"};
         QTest::newRow("Pagename opens a record by its prefix")
             << QStringList{"Page:a;", "Pagename;"} << QStringList{"Page:a;", "Pagename;"};
         QTest::newRow("continuation starting like a kind opens a record")
             << QStringList{"label0:say", "icon here;"} << QStringList{"label0:say", "icon here;"};
-        QTest::newRow("prefix test is case sensitive")
-            << QStringList{"Page:a;", "Label0:x;", "rtc0:y;", "RTC0:z;"}
-            << QStringList{"Page:a;Label0:x;rtc0:y;", "RTC0:z;"};
+        QTest::newRow("prefix test is case sensitive") << QStringList{"Page:a;", "Label0:x;", "rtc0:y;", "RTC0:z;"}
+                                                      << QStringList{"Page:a;Label0:x;rtc0:y;", "RTC0:z;"};
         QTest::newRow("first line always opens a record")
             << QStringList{"hello", "world", "label0:x;"} << QStringList{"helloworld", "label0:x;"};
-        QTest::newRow("merge boundary") << QStringList{"Page:a;", "Mergerboundaryline;", "Page:b;"}
-                                        << QStringList{"Page:a;", "Mergerboundaryline;", "Page:b;"};
-        QTest::newRow("blank before a prefix glues")
-            << QStringList{"Page:a;", " label0:x;"} << QStringList{"Page:a; label0:x;"};
+        QTest::newRow("blank before a prefix glues") << QStringList{"Page:a;", " label0:x;"}
+                                                    << QStringList{"Page:a; label0:x;"};
         QTest::newRow("nothing") << QStringList() << QStringList();
         QTest::newRow("one empty line") << QStringList{QString()} << QStringList{QString()};
+        // every word that opens a record: the page line, each kind, the merge line
+        for (const char *w : {"Page", "label", "number", "button", "icon", "bitIcon", "gif", "varAdj", "slider",
+                              "RTC", "uitimer", "qrcode", "Clock", "keypad", "kbkey", "textroll", "pngNumber",
+                              "wav", "slmenu", "slidemenuPro", "rtouch", "progress", "rProgress", "enkeyB",
+                              "cnkeyB", "batVar", "curve", "popbox", "encoder", "camera", "video", "autoVar",
+                              "needle", "Mergerboundaryline"}) {
+            const QString word = QString::fromLatin1(w);
+            QTest::addRow("%s opens a record", w) << QStringList{"Page:a;", "x", word + "7:v;", "tail"}
+                                                  << QStringList{"Page:a;x", word + "7:v;tail"};
+        }
     }
     void glueRecords()
     {
         QFETCH(QStringList, physical);
         QFETCH(QStringList, records);
         QCOMPARE(TextFiles::glueRecords(physical), records);
-    }
-
-    void everyKindWordOpensARecord_data()
-    {
-        QTest::addColumn<QString>("word");
-        for (const char *w : {"Page", "label", "number", "button", "icon", "bitIcon", "gif", "varAdj", "slider",
-                              "RTC", "uitimer", "qrcode", "Clock", "keypad", "kbkey", "textroll", "pngNumber",
-                              "wav", "slmenu", "slidemenuPro", "rtouch", "progress", "rProgress", "enkeyB",
-                              "cnkeyB", "batVar", "curve", "popbox", "encoder", "camera", "video", "autoVar",
-                              "needle", "Mergerboundaryline"})
-            QTest::newRow(w) << QString::fromLatin1(w);
-    }
-    void everyKindWordOpensARecord()
-    {
-        QFETCH(QString, word);
-        const QStringList records =
-            TextFiles::glueRecords({QStringLiteral("Page:a;"), QStringLiteral("x"), word + QStringLiteral("7:v;"),
-                                    QStringLiteral("tail")});
-        QCOMPARE(records, (QStringList{QStringLiteral("Page:a;x"), word + QStringLiteral("7:v;tail")}));
-    }
-
-    void lineBreakInWidgetTextSurvivesFile()
-    {
-        // Stored as two physical lines, loaded as one record.
-        QTemporaryDir dir;
-        QVERIFY(dir.isValid());
-        const QString path = dir.filePath(QStringLiteral("Page0000.cfg"));
-        QVERIFY(TextFiles::writeAtomically(
-            path, TextFiles::encodePlain({QStringLiteral("Page:a;"), QString::fromUtf8("label0:第一行\n第二行;")})));
-        const QStringList physical = TextFiles::readLines(path);
-        QCOMPARE(physical.size(), 3);
-        QCOMPARE(TextFiles::glueRecords(physical),
-                 (QStringList{QStringLiteral("Page:a;"), QString::fromUtf8("label0:第一行第二行;")}));
     }
 
     // --- atomic write -----------------------------------------------------------
@@ -262,22 +201,18 @@ private slots:
         QCOMPARE(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden), QStringList{QStringLiteral("demo.uiprj")});
     }
 
-    void writeBelowARegularFileFails()
+    void writeFailsWhereThePathIsTaken()
     {
         QTemporaryDir dir;
         QVERIFY(dir.isValid());
+        // below a regular file: refused with a reason, the file untouched
         const QString notADir = dir.filePath(QStringLiteral("Plugin"));
         QVERIFY(writeFile(notADir, "old"));
         QString error;
         QVERIFY(!TextFiles::writeAtomically(notADir + QStringLiteral("/Page0000.cfg"), "new", &error));
         QVERIFY(!error.isEmpty());
         QCOMPARE(readFile(notADir), QByteArray("old"));
-    }
-
-    void writeOntoADirectoryFails()
-    {
-        QTemporaryDir dir;
-        QVERIFY(dir.isValid());
+        // onto a directory: refused, the directory stays
         QVERIFY(QDir(dir.path()).mkdir(QStringLiteral("Picture")));
         QVERIFY(!TextFiles::writeAtomically(dir.filePath(QStringLiteral("Picture")), "x"));
         QVERIFY(QFileInfo(dir.filePath(QStringLiteral("Picture"))).isDir());

@@ -10,7 +10,6 @@
 #include "project/PageAttributes.h"
 #include "project/PageList.h"
 #include "project/SealedFile.h"
-#include "widgets/Records.h"
 
 #include <QDir>
 #include <QFile>
@@ -32,18 +31,13 @@ QByteArray readAll(const QString &path)
     return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
 }
 
-void writeText(const QString &path, const QString &text)
-{
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    QFile f(path);
-    QVERIFY(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    f.write(text.toUtf8());
-}
-
-// A page line with every attribute at its default.
+// A page line with every attribute at its default, and its 24-byte touch
+// record: type 0, flags 0x80, 0x15; four slide targets (no page 0xFFFF,
+// code 0); slide off, rows 0 to 0.
 const char *const kPlainPageLine = "Page:,0x0000,,0x0000,,0x0000,,0x0000,;RGBColor(0,0,0);P;Disable;0;0;Disable;";
+const char *const kPlainPageRecord = "00 80 15  FFFF 0000  FFFF 0000  FFFF 0000  FFFF 0000  00  0000  0000";
 
-// A button at (10, 20), 100 x 50, code 0x0021, no pictures, no page.
+// A button with code 0x0021, no pictures, no page.
 QString buttonLine(const QString &name, int x, int y, int w, int h, const QString &report = "Disable",
                    const QString &tail = "0xFFFF")
 {
@@ -73,12 +67,20 @@ struct Project {
     }
     void page(int row, const QStringList &lines)
     {
-        writeText(ctx.projectDir + PageChecks::pageFile(row, ".cfg"),
-                  lines.isEmpty() ? QString() : lines.join('\n') + '\n');
+        QFile f(ctx.projectDir + PageChecks::pageFile(row, ".cfg"));
+        QVERIFY(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        f.write(lines.isEmpty() ? QByteArray() : (lines.join('\n') + '\n').toUtf8());
     }
     QStringList lines(int row) const
     {
         return PageChecks::readPage(ctx.projectDir + PageChecks::pageFile(row, ".cfg"), SealedFile::kBuiltInKey);
+    }
+    // Builds the page block from `start`; the block file's bytes.
+    QByteArray pageBlock(qint64 start)
+    {
+        ctx.runningAddress = start;
+        PageBlock::PageBuilder().build(ctx);
+        return readAll(ctx.blockPath(Block::Page));
     }
 };
 
@@ -89,57 +91,32 @@ class TstPageBlock : public QObject
     Q_OBJECT
 
 private slots:
-    // --- the index ----------------------------------------------------------------
-    void pageIndexChainsLengths()
+    // --- the indexes ----------------------------------------------------------------
+    void indexesChainLengths()
     {
         // Block at 0x10180, three pages: the index takes 36 = 0x24 bytes.
         // Page 0: display 0x101A4 (10), touch 0x101AE (4).
         // Page 1: display 0x101B2 (0), touch 0x101B2 (0).
         // Page 2: display 0x101B2 (6), touch 0x101B8 (2).
-        const QByteArray index = PageBlock::pageIndex(0x10180, {{10, 4}, {0, 0}, {6, 2}});
-        QCOMPARE(index, hex("A4 01 01 00 0A 00  AE 01 01 00 04 00"
-                            "B2 01 01 00 00 00  B2 01 01 00 00 00"
-                            "B2 01 01 00 06 00  B8 01 01 00 02 00"));
+        QCOMPARE(PageBlock::pageIndex(0x10180, {{10, 4}, {0, 0}, {6, 2}}),
+                 hex("A4 01 01 00 0A 00  AE 01 01 00 04 00"
+                     "B2 01 01 00 00 00  B2 01 01 00 00 00"
+                     "B2 01 01 00 06 00  B8 01 01 00 02 00"));
         QVERIFY(PageBlock::pageIndex(0x10180, {}).isEmpty());
-    }
-
-    void viceIndexOfEmptyEntries()
-    {
-        // Three entries of 6 bytes: every address is 0x20000 + 18 = 0x20012.
-        QCOMPARE(PageBlock::viceIndex(0x20000, {0, 0, 0}),
-                 hex("12 00 02 00 00 00  12 00 02 00 00 00  12 00 02 00 00 00"));
-        // With lengths, each address runs on from the one before.
+        // Vice entries of 6 bytes, each address running on from the one before.
         QCOMPARE(PageBlock::viceIndex(0x100, {5, 0, 3}),
                  hex("12 01 00 00 05 00  17 01 00 00 00 00  17 01 00 00 03 00"));
     }
 
-    // --- the page's own touch record ----------------------------------------------
-    void pageTouchRecord_data()
+    void pageTouchRecordOfASetPage()
     {
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<bool>("vice");
-        QTest::addColumn<QByteArray>("record");
-        QTest::newRow("defaults") << QString(kPlainPageLine) << false
-                                  << hex("00 80 15  FF FF 00 00  FF FF 00 00  FF FF 00 00  FF FF 00 00  00  00 00  00 00");
-        // left Page0002 / 0x0011, top Page0010 / 0x0123, slide on over rows
-        // 40 to 300 (0x012C), report to host on: flags 0x80 + 0x40.
-        QTest::newRow("set") << QString("Page:Page0002,0x0011,,0x0000,Page0010,0x0123,,0x0000,;RGBColor(0,0,0);P;"
-                                        "Enable;40;300;Enable;")
-                             << false
-                             << hex("00 C0 15  02 00 11 00  FF FF 00 00  0A 00 23 01  FF FF 00 00  01  28 00  2C 01");
-        QTest::newRow("vice") << QString(kPlainPageLine) << true
-                              << hex("00 81 15  FF FF 00 00  FF FF 00 00  FF FF 00 00  FF FF 00 00  00  00 00  00 00");
-    }
-    void pageTouchRecord()
-    {
-        QFETCH(QString, line);
-        QFETCH(bool, vice);
-        QFETCH(QByteArray, record);
+        // Left Page0002 / 0x0011, top Page0010 / 0x0123, slide on over rows
+        // 40 to 300 (0x012C), report to host on: flags 0x80 + 0x40. (The
+        // defaults and the Vice flag 0x81 show in the blocks below.)
         PageAttributes page;
-        page.parse(line);
-        const QByteArray got = PageBlock::pageTouchRecord(page, vice);
-        QCOMPARE(got.size(), 24);
-        QCOMPARE(got, record);
+        page.parse("Page:Page0002,0x0011,,0x0000,Page0010,0x0123,,0x0000,;RGBColor(0,0,0);P;Enable;40;300;Enable;");
+        QCOMPARE(PageBlock::pageTouchRecord(page, false),
+                 hex("00 C0 15  0200 1100  FFFF 0000  0A00 2301  FFFF 0000  01  2800  2C01"));
     }
 
     // --- whole blocks -----------------------------------------------------------
@@ -149,14 +126,10 @@ private slots:
         Project p(2);
         p.page(0, {});
         p.page(1, {kPlainPageLine});
-        p.ctx.runningAddress = 0x10180;
-        PageBlock::PageBuilder().build(p.ctx);
-
         // Index 24 bytes: everything starts at 0x10198; page 1 has 24 touch bytes.
-        const QByteArray block = readAll(p.ctx.blockPath(Block::Page));
-        QCOMPARE(block, hex("98 01 01 00 00 00  98 01 01 00 00 00"
-                            "98 01 01 00 00 00  98 01 01 00 18 00"
-                            "00 80 15  FF FF 00 00  FF FF 00 00  FF FF 00 00  FF FF 00 00  00  00 00  00 00"));
+        QCOMPARE(p.pageBlock(0x10180), hex("98 01 01 00 00 00  98 01 01 00 00 00"
+                                           "98 01 01 00 00 00  98 01 01 00 18 00")
+                                           + hex(kPlainPageRecord));
         QCOMPARE(p.ctx.runningAddress, qint64(0x10180 + 48));
         QCOMPARE(p.directory.value(BlockDirectory::PageBlockAddress), 0x10180u);
         QCOMPARE(p.directory.value(BlockDirectory::PageCount), 2u);
@@ -168,32 +141,17 @@ private slots:
 
     void pageWithOneButton()
     {
+        // The page record (pass 2) comes before the buttons (pass 4) whatever
+        // the file order.
         Project p(1);
-        p.page(0, {kPlainPageLine, buttonLine("b0", 10, 20, 100, 50, "Enable")});
-        p.ctx.runningAddress = 0x10180;
-        PageBlock::PageBuilder().build(p.ctx);
-
+        p.page(0, {buttonLine("b0", 10, 20, 100, 50, "Enable"), kPlainPageLine});
         // Display 0 bytes, touch 24 + 21 = 45 (0x2D), both at 0x1018C.
         // Button: type 1, flags 0xC0, 18; left 10, top 20, right 109 (0x6D),
         // bottom 69 (0x45), code 0x0021, no pictures, no page, tail 0xFFFF.
-        const QByteArray block = readAll(p.ctx.blockPath(Block::Page));
-        QCOMPARE(block, hex("8C 01 01 00 00 00  8C 01 01 00 2D 00"
-                            "00 80 15  FF FF 00 00  FF FF 00 00  FF FF 00 00  FF FF 00 00  00  00 00  00 00"
-                            "01 C0 12  0A 00 14 00 6D 00 45 00  21 00  FF FF FF FF FF FF  FF FF"));
+        const QByteArray touch = hex(kPlainPageRecord) + hex("01 C0 12  0A00 1400 6D00 4500  2100  FFFFFFFFFFFF  FFFF");
+        QCOMPARE(p.pageBlock(0x10180), hex("8C 01 01 00 00 00  8C 01 01 00 2D 00") + touch);
+        QCOMPARE(readAll(p.ctx.path("Plugin/Page0000.bin")), touch);
         QCOMPARE(p.ctx.runningAddress, qint64(0x10180 + 12 + 45));
-    }
-
-    void buttonBeforePageLineInFileStillFollowsIt()
-    {
-        // Pass 2 (the page) comes before pass 4 (buttons) whatever the file order.
-        Project p(1);
-        p.page(0, {buttonLine("b0", 0, 0, 1, 1), kPlainPageLine});
-        p.ctx.runningAddress = 0;
-        PageBlock::PageBuilder().build(p.ctx);
-        const QByteArray bin = readAll(p.ctx.path("Plugin/Page0000.bin"));
-        QCOMPARE(bin.size(), 45);
-        QCOMPARE(quint8(bin[0]), quint8(0));  // the page record
-        QCOMPARE(quint8(bin[24]), quint8(1)); // then the button
     }
 
     void streamOverThePanelBufferIsReported()
@@ -205,7 +163,7 @@ private slots:
             for (int i = 0; i < buttons; ++i)
                 lines << buttonLine("b", 0, 0, 1, 1);
             p.page(0, lines);
-            PageBlock::PageBuilder().build(p.ctx);
+            p.pageBlock(0);
             QCOMPARE(readAll(p.ctx.path("Plugin/Page0000.bin")).size(), 24 + buttons * 21);
             QCOMPARE(p.ctx.errorText.contains("Page0: the touch records take 49164 bytes, more than 49152\n"),
                      buttons == 2340);
@@ -217,8 +175,7 @@ private slots:
         Project p(0);
         QStringList boxes;
         p.ctx.notifier = [&boxes](const QString &t, const QString &m) { boxes << t + "|" + m; };
-        p.ctx.runningAddress = 0x10180;
-        PageBlock::PageBuilder().build(p.ctx);
+        QVERIFY(p.pageBlock(0x10180).isEmpty());
         QCOMPARE(boxes, QStringList{"Warning|There aren't any page to bin!"});
         QVERIFY(!QFile::exists(p.ctx.blockPath(Block::Page)));
         QCOMPARE(p.ctx.runningAddress, qint64(0x10180));
@@ -226,6 +183,7 @@ private slots:
 
     void viceBlockOfEmptyEntries()
     {
+        // Three entries of 6 bytes: every address is 0x20000 + 18 = 0x20012.
         Project p(3);
         p.ctx.runningAddress = 0x20000;
         PageBlock::VicePageBuilder().build(p.ctx);
@@ -254,11 +212,8 @@ private slots:
         o.fixedTime = QDateTime(QDate(2024, 3, 9), QTime(14, 5, 7));
         const BuildResult r = driver.run(in, o);
         QVERIFY(r.imageWritten);
-        const QByteArray image = readAll(r.imagePath);
-        QCOMPARE(image.mid(0x10180, 36 + 6),
-                 hex("8C 01 01 00 00 00  8C 01 01 00 18 00"
-                     "00 80 15  FF FF 00 00  FF FF 00 00  FF FF 00 00  FF FF 00 00  00  00 00  00 00"
-                     "AA 01 01 00 00 00"));
+        QCOMPARE(readAll(r.imagePath).mid(0x10180, 36 + 6),
+                 hex("8C 01 01 00 00 00  8C 01 01 00 18 00") + hex(kPlainPageRecord) + hex("AA 01 01 00 00 00"));
         QCOMPARE(r.directory.value(BlockDirectory::PageBlockAddress), 0x10180u);
         QCOMPARE(r.directory.value(BlockDirectory::PageCount), 1u);
         QCOMPARE(r.directory.value(BlockDirectory::VicePageAddress), 0x101A4u);
@@ -280,17 +235,15 @@ private slots:
                  (QStringList{kPlainPageLine, buttonLine("b0", 10, 20, 100, 50), "Mergerboundaryline;",
                               kPlainPageLine, buttonLine("b1", 0, 0, 10, 10)}));
 
-        p.ctx.runningAddress = 0x10180;
-        PageBlock::PageBuilder().build(p.ctx);
         // Index 24 bytes; page 0 touch 24 + 21 + 24 + 21 = 90 (0x5A) at
         // 0x10198; page 1 at 0x10198 + 0x5A = 0x101F2 with nothing.
-        QCOMPARE(readAll(p.ctx.blockPath(Block::Page)),
+        QCOMPARE(p.pageBlock(0x10180),
                  hex("98 01 01 00 00 00  98 01 01 00 5A 00"
-                     "F2 01 01 00 00 00  F2 01 01 00 00 00"
-                     "00 80 15  FF FF 00 00  FF FF 00 00  FF FF 00 00  FF FF 00 00  00  00 00  00 00"
-                     "01 80 12  0A 00 14 00 6D 00 45 00  21 00  FF FF FF FF FF FF  FF FF"
-                     "00 81 15  FF FF 00 00  FF FF 00 00  FF FF 00 00  FF FF 00 00  00  00 00  00 00"
-                     "01 81 12  00 00 00 00 09 00 09 00  21 00  FF FF FF FF FF FF  FF FF"));
+                     "F2 01 01 00 00 00  F2 01 01 00 00 00")
+                     + hex(kPlainPageRecord)
+                     + hex("01 80 12  0A00 1400 6D00 4500  2100  FFFFFFFFFFFF  FFFF"
+                           "00 81 15  FFFF 0000  FFFF 0000  FFFF 0000  FFFF 0000  00  0000  0000"
+                           "01 81 12  0000 0000 0900 0900  2100  FFFFFFFFFFFF  FFFF"));
         QCOMPARE(p.ctx.runningAddress, qint64(0x10180 + 24 + 90));
 
         // The Vice block: a button has no Vice record, so both entries are
@@ -301,23 +254,15 @@ private slots:
     }
 
     // --- groups -----------------------------------------------------------------
-    void rectangleTest_data()
-    {
-        // A gif at (100, 50), 64 x 32: last column 163, last row 81.
-        QTest::addColumn<QRect>("inner");
-        QTest::addColumn<bool>("inside");
-        QTest::newRow("same size") << QRect(100, 50, 64, 32) << true;
-        QTest::newRow("smaller, touching right/bottom") << QRect(110, 60, 54, 22) << true;
-        QTest::newRow("one pixel right") << QRect(101, 50, 64, 32) << false;
-        QTest::newRow("one pixel left") << QRect(99, 50, 64, 32) << false;
-        QTest::newRow("one pixel up") << QRect(100, 49, 64, 32) << false;
-        QTest::newRow("one pixel taller") << QRect(100, 50, 64, 33) << false;
-    }
     void rectangleTest()
     {
-        QFETCH(QRect, inner);
-        QFETCH(bool, inside);
-        QCOMPARE(PageChecks::liesInside(QRect(100, 50, 64, 32), inner), inside);
+        // A gif at (100, 50), 64 x 32: last column 163, last row 81.
+        const QRect outer(100, 50, 64, 32);
+        QVERIFY(PageChecks::liesInside(outer, outer));
+        QVERIFY(PageChecks::liesInside(outer, QRect(110, 60, 54, 22))); // touching right and bottom
+        for (const QRect &r : {QRect(101, 50, 64, 32), QRect(99, 50, 64, 32), QRect(100, 49, 64, 32),
+                               QRect(100, 50, 64, 33)}) // one pixel right, left, up, taller
+            QVERIFY2(!PageChecks::liesInside(outer, r), qPrintable(QString("%1,%2").arg(r.x()).arg(r.y())));
     }
 
     void groupsOnPageLines()
@@ -333,21 +278,18 @@ private slots:
             "icon_2:99,50,1,1,0001_a.png,icon_2,0xFFFF,1;",
         };
         const QStringList chip3 = PageChecks::assignGroups(lines, 3);
-        QCOMPARE(PageChecks::lineGroup(chip3[1]), quint16(1));
-        QCOMPARE(PageChecks::lineGroup(chip3[2]), quint16(1));
-        QCOMPARE(PageChecks::lineGroup(chip3[3]), quint16(2));
-        QCOMPARE(PageChecks::lineGroup(chip3[4]), quint16(2));
         QCOMPARE(chip3[0], lines[0]);
         QCOMPARE(chip3[2], QString("icon_0:100,50,64,32,0001_a.png,icon_0,0x0001,1;"));
+        QVector<quint16> groups;
+        for (const QString &line : chip3.mid(1))
+            groups << PageChecks::lineGroup(line);
+        QCOMPARE(groups, (QVector<quint16>{1, 1, 2, 2}));
         QCOMPARE(PageChecks::groupParents(chip3), (QVector<int>{-1, -1, 1, -1, 3}));
 
         // Without icon_2, icon_1 is in no group: its old number is cleared.
-        const QStringList noSmall = PageChecks::assignGroups(lines.mid(0, 4), 3);
-        QCOMPARE(PageChecks::lineGroup(noSmall[3]), quint16(0xFFFF));
-
+        QCOMPARE(PageChecks::lineGroup(PageChecks::assignGroups(lines.mid(0, 4), 3)[3]), quint16(0xFFFF));
         // Chip index 0: no groups, and old numbers are cleared.
-        const QStringList chip0 = PageChecks::assignGroups(lines, 0);
-        for (const QString &line : chip0)
+        for (const QString &line : PageChecks::assignGroups(lines, 0))
             QCOMPARE(PageChecks::lineGroup(line), quint16(0xFFFF));
     }
 
@@ -387,9 +329,7 @@ private slots:
         QByteArray modes;
         PageChecks::iconUseCheck(p.ctx, modes);
         QCOMPARE(p.ctx.errorText, QString("Page0: b0, eImage is over the max Icon's id\n"));
-        QCOMPARE(modes.size(), 4);
-        QCOMPARE(quint8(modes[3]), quint8(0x90));
-        QCOMPARE(quint8(modes[0]), quint8(0));
+        QCOMPARE(modes, hex("00 00 00 90"));
     }
 };
 

@@ -723,5 +723,104 @@
         <source>Do you want to delete the page?</source>
         <translation>确定要删除此页面吗？</translation>
     </message>
+    <message>
+        <source>Build cancelled: the open page was not saved</source>
+        <translation>已取消编译：当前页面未保存</translation>
+    </message>
+    <message>
+        <source>Widgets</source>
+        <translation>控件面板</translation>
+    </message>
+    <message>
+        <source>History steps are written again; crash recovery is on.</source>
+        <translation>历史步骤已恢复写入，崩溃恢复已开启。</translation>
+    </message>
+    <message>
+        <source>Crash recovery is off: backup.txt cannot be written.</source>
+        <translation>崩溃恢复已关闭：无法写入 backup.txt。</translation>
+    </message>
+    <message>
+        <source>Auto-save and undo steps are not kept until the folder can be written.</source>
+        <translation>在文件夹可写之前，自动保存和撤销步骤不会被保存。</translation>
+    </message>
+    <message>
+        <source>History steps can't be written: %1</source>
+        <translation>无法写入历史步骤：%1</translation>
+    </message>
+    <message>
+        <source>Auto-save fails and crash recovery is off: %1 can't be written</source>
+        <translation>自动保存失败，崩溃恢复已关闭：无法写入 %1</translation>
+    </message>
+    <message>
+        <source>Kept the version on disk: %1</source>
+        <translation>已保留磁盘上的版本：%1</translation>
+    </message>
+    <message>
+        <source>This file was changed outside the designer since it was read.</source>
+        <translation>此文件在读取后已被设计器以外的程序修改。</translation>
+    </message>
+    <message>
+        <source>Keep mine</source>
+        <translation>保留我的</translation>
+    </message>
+    <message>
+        <source>Take theirs</source>
+        <translation>采用磁盘上的</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Save all cancelled: nothing was written</source>
+        <translation>已取消全部保存：未写入任何文件</translation>
+    </message>
+    <message>
+        <source>The folder can't be created</source>
+        <translation>无法创建文件夹</translation>
+    </message>
+    <message>
+        <source>Removed the leftover of an interrupted save: %1</source>
+        <translation>已删除中断保存留下的临时文件：%1</translation>
+    </message>
+</context>
+<context>
+    <name>vantile::WidgetLook</name>
+    <message>
+        <source>Touch and buttons</source>
+        <translation>触摸与按键</translation>
+    </message>
+    <message>
+        <source>Text and numbers</source>
+        <translation>文本与数字</translation>
+    </message>
+    <message>
+        <source>Icons and gifs</source>
+        <translation>图标与动图</translation>
+    </message>
+    <message>
+        <source>Bars and gauges</source>
+        <translation>进度条与仪表</translation>
+    </message>
+    <message>
+        <source>Keyboards</source>
+        <translation>键盘</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>时间</translation>
+    </message>
+    <message>
+        <source>Media</source>
+        <translation>媒体</translation>
+    </message>
+    <message>
+        <source>Menus</source>
+        <translation>菜单</translation>
+    </message>
+    <message>
+        <source>Curve</source>
+        <translation>曲线</translation>
+    </message>
 </context>
 </TS>

@@ -723,5 +723,104 @@
         <source>Do you want to delete the page?</source>
         <translation>Do you want to delete the page?</translation>
     </message>
+    <message>
+        <source>Build cancelled: the open page was not saved</source>
+        <translation>Build cancelled: the open page was not saved</translation>
+    </message>
+    <message>
+        <source>Widgets</source>
+        <translation>Widgets</translation>
+    </message>
+    <message>
+        <source>History steps are written again; crash recovery is on.</source>
+        <translation>History steps are written again; crash recovery is on.</translation>
+    </message>
+    <message>
+        <source>Crash recovery is off: backup.txt cannot be written.</source>
+        <translation>Crash recovery is off: backup.txt cannot be written.</translation>
+    </message>
+    <message>
+        <source>Auto-save and undo steps are not kept until the folder can be written.</source>
+        <translation>Auto-save and undo steps are not kept until the folder can be written.</translation>
+    </message>
+    <message>
+        <source>History steps can't be written: %1</source>
+        <translation>History steps can't be written: %1</translation>
+    </message>
+    <message>
+        <source>Auto-save fails and crash recovery is off: %1 can't be written</source>
+        <translation>Auto-save fails and crash recovery is off: %1 can't be written</translation>
+    </message>
+    <message>
+        <source>Kept the version on disk: %1</source>
+        <translation>Kept the version on disk: %1</translation>
+    </message>
+    <message>
+        <source>This file was changed outside the designer since it was read.</source>
+        <translation>This file was changed outside the designer since it was read.</translation>
+    </message>
+    <message>
+        <source>Keep mine</source>
+        <translation>Keep mine</translation>
+    </message>
+    <message>
+        <source>Take theirs</source>
+        <translation>Take theirs</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>Save all cancelled: nothing was written</source>
+        <translation>Save all cancelled: nothing was written</translation>
+    </message>
+    <message>
+        <source>The folder can't be created</source>
+        <translation>The folder can't be created</translation>
+    </message>
+    <message>
+        <source>Removed the leftover of an interrupted save: %1</source>
+        <translation>Removed the leftover of an interrupted save: %1</translation>
+    </message>
+</context>
+<context>
+    <name>vantile::WidgetLook</name>
+    <message>
+        <source>Touch and buttons</source>
+        <translation>Touch and buttons</translation>
+    </message>
+    <message>
+        <source>Text and numbers</source>
+        <translation>Text and numbers</translation>
+    </message>
+    <message>
+        <source>Icons and gifs</source>
+        <translation>Icons and gifs</translation>
+    </message>
+    <message>
+        <source>Bars and gauges</source>
+        <translation>Bars and gauges</translation>
+    </message>
+    <message>
+        <source>Keyboards</source>
+        <translation>Keyboards</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>Time</translation>
+    </message>
+    <message>
+        <source>Media</source>
+        <translation>Media</translation>
+    </message>
+    <message>
+        <source>Menus</source>
+        <translation>Menus</translation>
+    </message>
+    <message>
+        <source>Curve</source>
+        <translation>Curve</translation>
+    </message>
 </context>
 </TS>

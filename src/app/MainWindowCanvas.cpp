@@ -74,6 +74,14 @@ const char *const kOutsideNames[] = {"centralwidget", "tabWidget", "tab", "textE
 
 } // namespace
 
+const char *MainWindow::addActionName(WidgetKind kind)
+{
+    for (const AddSpec &spec : kAddActions)
+        if (WidgetKinds::kindOfToolWord(QLatin1String(spec.toolWord)) == kind)
+            return spec.action;
+    return "";
+}
+
 void MainWindow::connectAddActions()
 {
     for (const AddSpec &spec : kAddActions) {
@@ -125,8 +133,7 @@ void MainWindow::resetCanvasState()
 
 void MainWindow::unmarkSelection()
 {
-    if (QLabel *old = m_canvasWidgets->find(m_selectedName))
-        old->setStyleSheet(QLatin1String(CanvasWidgets::kCommonStyle));
+    CanvasWidgets::setCommonLook(m_canvasWidgets->find(m_selectedName));
 }
 
 QPoint MainWindow::canvasPos(const QPoint &globalPos) const

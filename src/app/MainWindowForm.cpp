@@ -2,13 +2,16 @@
 // Every action is described once in the tables below; building the form,
 // the tool bar and the retranslation all read the same tables.
 
+#include "app/FlowLayout.h"
 #include "app/Icons.h"
 #include "app/MainWindow.h"
 #include "app/TableView.h"
+#include "designer/WidgetLook.h"
 
+#include <QActionEvent>
 #include <QCoreApplication>
+#include <QDockWidget>
 #include <QFrame>
-#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -101,8 +104,9 @@ const ActionSpec kHelpMenuTail[] = {
     {"actionAbout", QT_TRANSLATE_NOOP("vantile::MainWindow", "About"), nullptr, nullptr, "i", kHelp},
 };
 
-// The tool bar, in order; a null name is a separator.
-const ActionSpec kToolBar[] = {
+// The Add actions, one per kind. They live in the widget palette, grouped
+// by the kinds' families (WidgetLook), not on the tool bar.
+const ActionSpec kAddSpecs[] = {
     {"AddButton", QT_TRANSLATE_NOOP("vantile::MainWindow", "Button"), "按键\nButton", nullptr, "Bt", kTouch},
     {"AddSlideMemu", QT_TRANSLATE_NOOP("vantile::MainWindow", "SlideMenu"), "滑动菜单\nSlide Menu", nullptr, "SM", kTouch},
     {"AddPopupBox", QT_TRANSLATE_NOOP("vantile::MainWindow", "PopupBox"), "弹出窗体\nPopupBox", nullptr, "PB", kTouch},
@@ -115,7 +119,6 @@ const ActionSpec kToolBar[] = {
     {"AddEN_KeyBooard", QT_TRANSLATE_NOOP("vantile::MainWindow", "EN_KB"), "英文键盘\nEN_KeyBoard", nullptr, "EN", kTouch},
     {"AddCN_KeyBoard", QT_TRANSLATE_NOOP("vantile::MainWindow", "CN_KB"), "中文键盘\nCN_KeyBoard", nullptr, "CN", kTouch},
     {"AddKBkey", QT_TRANSLATE_NOOP("vantile::MainWindow", "KBkey"), "键盘按键\nSingleKey", nullptr, "K", kTouch},
-    {nullptr, nullptr, nullptr, nullptr, nullptr, 0},
     {"AddLabel", QT_TRANSLATE_NOOP("vantile::MainWindow", "Label"), "字符串\nString Label", nullptr, "Ab", kShow},
     {"AddLabel_2", QT_TRANSLATE_NOOP("vantile::MainWindow", "Statictext"), "静态文本\nStatic Text", nullptr, "ST", kShow},
     {"AddTextRoll", QT_TRANSLATE_NOOP("vantile::MainWindow", "TextRoll"), "滚动文字\nText Scroll", nullptr, "TR", kShow},
@@ -137,7 +140,15 @@ const ActionSpec kToolBar[] = {
     {"actionNeedle", QT_TRANSLATE_NOOP("vantile::MainWindow", "Needle"), "指针\nNeedle", nullptr, "Nd", kShow},
     {"actionAddCamera", QT_TRANSLATE_NOOP("vantile::MainWindow", "Camera"), "摄像头\nCamera", nullptr, "Ca", kShow},
     {"actionAddVideo", QT_TRANSLATE_NOOP("vantile::MainWindow", "Video"), "VC650视频\nVC650 Video", nullptr, "Vi", kShow},
-    {nullptr, nullptr, nullptr, nullptr, nullptr, 0},
+};
+
+// The tool bar: the project commands, always there.
+const char *const kMainToolBar[] = {"actionInput_uiprj", "actionNew_project", "actionSave_All", nullptr,
+                                    "actionMake_bin"};
+
+// The edit group, on the tool bar in the icons-only mode (the frame of tool
+// buttons stands in for it in the text mode); a null name is a separator.
+const ActionSpec kEditBar[] = {
     {"actionLeft_Align", QT_TRANSLATE_NOOP("vantile::MainWindow", "Left_Align"), "左对齐\nLeft Align", nullptr, "|←", kAlign},
     {"actionRight_Align", QT_TRANSLATE_NOOP("vantile::MainWindow", "Right_Align"), "右对齐\nRight Align", nullptr, "→|", kAlign},
     {"actionTop_Align", QT_TRANSLATE_NOOP("vantile::MainWindow", "Top_Align"), "顶对齐\nTop Align", nullptr, "↑", kAlign},
@@ -218,7 +229,8 @@ void forEachSpec(F f)
     for (const auto &s : kToolBarTextMenu) f(s);
     for (const auto &s : kAutoSaveMenu) f(s);
     for (const auto &s : kHelpMenuTail) f(s);
-    for (const auto &s : kToolBar) f(s);
+    for (const auto &s : kAddSpecs) f(s);
+    for (const auto &s : kEditBar) f(s);
 }
 
 template <typename View = QTableView>
@@ -236,6 +248,39 @@ View *makeTable(QWidget *parent, const char *name, const QString &headerStyle, c
     t->horizontalHeader()->setStretchLastSection(true);
     return t;
 }
+
+// A button of the widget palette: it shows its Add action (icon, behaviour,
+// enabled and visible state, the tool bar's way) with the action's translated text beside the
+// icon, and both languages' captions as its tip.
+class PaletteButton : public QToolButton
+{
+public:
+    PaletteButton(QAction *action, QWidget *parent) : QToolButton(parent)
+    {
+        setObjectName(QStringLiteral("paletteButton_") + action->objectName());
+        setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+        setAutoRaise(true);
+        setIconSize(QSize(18, 18));
+        setDefaultAction(action);
+        syncWithAction();
+    }
+
+protected:
+    void actionEvent(QActionEvent *event) override
+    {
+        QToolButton::actionEvent(event); // takes the action's icon text again
+        if (event->type() == QEvent::ActionChanged && event->action() == defaultAction())
+            syncWithAction();
+    }
+
+private:
+    void syncWithAction()
+    {
+        setText(defaultAction()->text());
+        setVisible(defaultAction()->isVisible()); // a kind the chip lacks is not offered
+        setToolTip(defaultAction()->iconText().replace(QLatin1Char('\n'), QLatin1String(" / ")));
+    }
+};
 
 } // namespace
 
@@ -261,6 +306,7 @@ void MainWindow::setupForm()
             return;
         QAction *a = makeAction(s.name);
         a->setIcon(Icons::tile(QString::fromUtf8(s.mark), QColor(s.color)));
+        a->setProperty("mark", QString::fromUtf8(s.mark));
         if (s.shortcut)
             a->setShortcut(QKeySequence(QLatin1String(s.shortcut)));
     });
@@ -308,24 +354,43 @@ void MainWindow::setupForm()
         }
     }
 
-    // Tool bar
+    // Tool bar: the project commands; the edit group joins them in the
+    // icons-only mode (on_actionClose_triggered).
     toolBar = new QToolBar(this);
     toolBar->setObjectName(QStringLiteral("toolBar"));
     toolBar->setIconSize(QSize(28, 28));
     addToolBar(Qt::TopToolBarArea, toolBar);
-    bool editGroup = false;
-    for (const ActionSpec &s : kToolBar) {
-        if (!s.name) {
+    for (const char *name : kMainToolBar) {
+        if (name)
+            toolBar->addAction(m_actions.value(QLatin1String(name)));
+        else
             toolBar->addSeparator();
+    }
+    auto separator = [this]() {
+        auto *sep = new QAction(this);
+        sep->setSeparator(true);
+        return sep;
+    };
+    m_editToolBarItems.append(separator());
+    for (const ActionSpec &s : kEditBar) {
+        if (!s.name) {
+            m_editToolBarItems.append(separator());
             continue;
         }
         QAction *a = m_actions.value(QLatin1String(s.name));
-        toolBar->addAction(a);
-        if (QLatin1String(s.name) == QLatin1String("actionLeft_Align"))
-            editGroup = true;
-        if (editGroup)
-            m_editActions.append(a);
+        m_editToolBarItems.append(a);
+        m_editActions.append(a);
     }
+
+    // A shortcut works only while its action sits on a visible widget of
+    // the window; the window itself holds every action that has one, so the
+    // keys work whatever the tool bar and the menus show.
+    forEachSpec([this](const ActionSpec &s) {
+        if (s.name && s.shortcut)
+            addAction(m_actions.value(QLatin1String(s.name)));
+    });
+
+    setupPalette();
 
     // Central area: page list | canvas over log | widget and parameter tables
     centralwidget = new QWidget(this);
@@ -354,19 +419,16 @@ void MainWindow::setupForm()
     canvasLayout->setContentsMargins(0, 0, 0, 0);
     canvasLayout->setSpacing(2);
 
-    // The frame scrolls sideways rather than widening the window.
-    auto *toolsScroll = new QScrollArea(widget);
-    toolsScroll->setObjectName(QStringLiteral("scrollArea_tools"));
-    toolsScroll->setFrameShape(QFrame::NoFrame);
-    toolsScroll->setWidgetResizable(true);
-    toolsScroll->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    toolsScroll->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-    frame_tools = new QFrame;
+    // The frame of tool buttons wraps into as many rows as the width needs.
+    frame_tools = new QFrame(widget);
     frame_tools->setObjectName(QStringLiteral("frame"));
     frame_tools->setFrameShape(QFrame::StyledPanel);
-    auto *toolsLayout = new QHBoxLayout(frame_tools);
+    QFont toolsFont = frame_tools->font();
+    toolsFont.setPointSizeF(toolsFont.pointSizeF() * 0.75);
+    frame_tools->setFont(toolsFont);
+    auto *toolsLayout = new FlowLayout(frame_tools, 1, 10);
     toolsLayout->setContentsMargins(2, 2, 2, 2);
-    toolsLayout->setSpacing(1);
+    QAction *previous = nullptr;
     for (const ToolButtonSpec &t : kToolButtons) {
         auto *b = new QToolButton(frame_tools);
         b->setObjectName(QLatin1String(t.name));
@@ -376,15 +438,16 @@ void MainWindow::setupForm()
         b->setIcon(a->icon());
         b->setIconSize(QSize(20, 20));
         connect(b, &QToolButton::clicked, a, &QAction::trigger);
+        // the groups of the edit bar: a separator there, a gap here
+        const int at = m_editToolBarItems.indexOf(a);
+        if (previous && at > 0 && m_editToolBarItems.at(at - 1)->isSeparator())
+            toolsLayout->startGroup();
+        previous = a;
         toolsLayout->addWidget(b);
         m_toolButtons.insert(QLatin1String(t.name), b);
     }
-    toolsLayout->addStretch(1);
-    toolsScroll->setWidget(frame_tools);
-    m_toolsHolder = toolsScroll;
-    toolsScroll->setFixedHeight(frame_tools->sizeHint().height()
-                                + toolsScroll->horizontalScrollBar()->sizeHint().height() + 2);
-    canvasLayout->addWidget(toolsScroll);
+    m_toolsHolder = frame_tools;
+    canvasLayout->addWidget(frame_tools);
 
     scrollArea = new QScrollArea(widget);
     scrollArea->setObjectName(QStringLiteral("scrollArea"));
@@ -420,11 +483,60 @@ void MainWindow::setupForm()
     splitter_main->setStretchFactor(0, 0);
     splitter_main->setStretchFactor(1, 1);
     splitter_main->setStretchFactor(2, 0);
-    splitter_main->setSizes({210, 830, 360});
-    widget_page->setMinimumWidth(150);
+    splitter_main->setSizes({175, 850, 360}); // room for an 800-pixel page beside the palette
+    widget_page->setMinimumWidth(120);
     widget_para->setMinimumWidth(280);
 
     statusBar()->setObjectName(QStringLiteral("statusbar"));
+}
+
+void MainWindow::setupPalette()
+{
+    // Every Add action in one place, grouped by family: a heading in the
+    // family's colour (the colour of the kinds' frames on the canvas), then
+    // the kinds in rows as wide as the palette.
+    auto *dock = new QDockWidget(this);
+    dock->setObjectName(QStringLiteral("dockWidget_Palette"));
+    dock->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable);
+    auto *scroll = new QScrollArea(dock);
+    scroll->setObjectName(QStringLiteral("scrollArea_Palette"));
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setWidgetResizable(true);
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    auto *content = new QWidget;
+    content->setObjectName(QStringLiteral("widget_Palette"));
+    QFont font = content->font();
+    font.setPointSizeF(font.pointSizeF() * 0.75);
+    content->setFont(font);
+    auto *column = new QVBoxLayout(content);
+    column->setContentsMargins(4, 2, 4, 4);
+    column->setSpacing(2);
+    for (int f = 0; f < WidgetLook::kFamilyCount; ++f) {
+        const auto family = WidgetLook::Family(f);
+        const QColor c = WidgetLook::colour(family);
+        auto *heading = new QLabel(content);
+        heading->setObjectName(QStringLiteral("label_Palette_%1").arg(f));
+        heading->setStyleSheet(QStringLiteral("QLabel{border-left: 6px solid rgb(%1, %2, %3); padding-left: 4px;"
+                                              "font-weight: bold; margin-top: 3px;}")
+                                   .arg(c.red())
+                                   .arg(c.green())
+                                   .arg(c.blue()));
+        column->addWidget(heading);
+        auto *flow = new FlowLayout(nullptr, 2, 2);
+        column->addLayout(flow);
+        for (WidgetKind kind : WidgetLook::kinds(family)) {
+            QAction *a = m_actions.value(QLatin1String(addActionName(kind)));
+            if (!a)
+                continue;
+            // the action's tile takes the family's colour too
+            a->setIcon(Icons::tile(a->property("mark").toString(), c));
+            flow->addWidget(new PaletteButton(a, content));
+        }
+    }
+    column->addStretch(1);
+    scroll->setWidget(content);
+    dock->setWidget(scroll);
+    addDockWidget(Qt::LeftDockWidgetArea, dock);
 }
 
 void MainWindow::retranslateForm()
@@ -456,6 +568,26 @@ void MainWindow::retranslateForm()
         b->setToolTip(a->text());
     }
     toolBar->setWindowTitle(trForm(QT_TRANSLATE_NOOP("vantile::MainWindow", "toolBar")));
+    if (auto *dock = findChild<QDockWidget *>(QStringLiteral("dockWidget_Palette"))) {
+        dock->setWindowTitle(trForm(QT_TRANSLATE_NOOP("vantile::MainWindow", "Widgets")));
+        // the palette as wide as its longest caption in this language: none is cut
+        int widest = 0;
+        for (int f = 0; f < WidgetLook::kFamilyCount; ++f) {
+            auto *heading = dock->findChild<QLabel *>(QStringLiteral("label_Palette_%1").arg(f));
+            heading->setText(QCoreApplication::translate("vantile::WidgetLook",
+                                                         WidgetLook::familyName(WidgetLook::Family(f))));
+            widest = qMax(widest, heading->sizeHint().width());
+        }
+        for (QToolButton *b : dock->findChildren<QToolButton *>())
+            widest = qMax(widest, b->sizeHint().width());
+        auto *scroll = dock->findChild<QScrollArea *>(QStringLiteral("scrollArea_Palette"));
+        const QMargins m = scroll->widget()->layout()->contentsMargins();
+        const int least = widest + m.left() + m.right() + scroll->verticalScrollBar()->sizeHint().width()
+                          + 2 * scroll->frameWidth();
+        scroll->setMinimumWidth(least);
+        if (!isVisible())
+            resizeDocks({dock}, {qMax(least, 230)}, Qt::Horizontal); // mostly two kinds a row
+    }
 }
 
 } // namespace vantile

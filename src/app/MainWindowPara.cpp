@@ -45,7 +45,7 @@ void MainWindow::fillPageRows()
         valueItem->setEditable(rows[i].editor != PageAttributes::Editor::ReadOnly);
         m_paraModel->appendRow({labelItem, valueItem});
     }
-    tableView_Para->setColumnWidth(0, m_paraColumnWidth[0]);
+    tableView_Para->resizeColumnToContents(0); // the longest label shows whole
     if (current.isValid())
         tableView_Para->setCurrentIndex(m_paraModel->index(current.row(), current.column()));
     tableView_Para->verticalScrollBar()->setValue(scroll);
@@ -171,8 +171,7 @@ void MainWindow::selectByName(const QString &objectName)
     if (!projectOpen())
         return;
     // the reference look moves to the new selection
-    if (QLabel *old = m_canvasWidgets->find(m_selectedName))
-        old->setStyleSheet(QLatin1String(CanvasWidgets::kCommonStyle));
+    CanvasWidgets::setCommonLook(m_canvasWidgets->find(m_selectedName));
     if (objectName.isEmpty() || objectName == QLatin1String("label_Show") || objectName == QLatin1String("Page")) {
         m_selectedName = QStringLiteral("label_Show");
         selectWidgetRow();
@@ -225,7 +224,7 @@ void MainWindow::fillWidgetRows()
         m_paraModel->appendRow({labelItem, new QStandardItem(rows[i].second)});
     }
     Q_UNUSED(def);
-    tableView_Para->setColumnWidth(0, m_paraColumnWidth[0]);
+    tableView_Para->resizeColumnToContents(0); // the longest label shows whole
     if (current.isValid() && current.row() < m_paraModel->rowCount())
         tableView_Para->setCurrentIndex(m_paraModel->index(current.row(), current.column()));
     tableView_Para->verticalScrollBar()->setValue(scroll);

@@ -1,17 +1,55 @@
 #include "designer/CanvasWidgets.h"
 
+#include "designer/WidgetLook.h"
+#include "project/MediaFiles.h"
 #include "widgets/WidgetLine.h"
 
 #include <QImage>
 #include <QLabel>
+#include <QPainter>
 #include <QPixmap>
 
 namespace vantile {
 
-const char *const CanvasWidgets::kCommonStyle =
-    "background-color: rgba(0, 120, 215, 40);border: 1px solid rgba(0, 120, 215, 170);";
+namespace {
+
+// The live label of a widget: a plain label that, while it shows no
+// picture, carries its object name in a small tag.
+class CanvasLabel : public QLabel
+{
+public:
+    using QLabel::QLabel;
+
+protected:
+    void paintEvent(QPaintEvent *event) override
+    {
+        QLabel::paintEvent(event);
+#if QT_VERSION >= QT_VERSION_CHECK(5, 15, 0)
+        const bool picture = !pixmap(Qt::ReturnByValue).isNull();
+#else
+        const bool picture = pixmap() && !pixmap()->isNull();
+#endif
+        if (picture)
+            return;
+        QPainter p(this);
+        WidgetLook::paintNameTag(p, contentsRect(), objectName());
+    }
+};
+
+} // namespace
 
 CanvasWidgets::CanvasWidgets(QLabel *canvas) : m_canvas(canvas) {}
+
+QString CanvasWidgets::commonStyle(const QString &objectName)
+{
+    return WidgetLook::style(WidgetKinds::kindOfName(objectName));
+}
+
+void CanvasWidgets::setCommonLook(QLabel *label)
+{
+    if (label)
+        label->setStyleSheet(commonStyle(label->objectName()));
+}
 
 CanvasWidgets::PictureField CanvasWidgets::pictureField(WidgetKind kind)
 {
@@ -92,8 +130,7 @@ void CanvasWidgets::clearMarks()
         for (int i = 0; i < table.maximum(); ++i) {
             if (table.isSelected(quint32(i))) {
                 table.setSelected(quint32(i), false);
-                if (QLabel *l = table.at(quint32(i)))
-                    l->setStyleSheet(QLatin1String(kCommonStyle));
+                setCommonLook(table.at(quint32(i)));
             }
         }
     }
@@ -117,7 +154,10 @@ QSize CanvasWidgets::paint(QLabel *label, const EditBuffer &widget, float zoom, 
     if (pf.key) {
         const QString file = widget.text(pf.key);
         if (!file.isEmpty()) {
-            const QImage img(projectDir + QLatin1String(pf.folder) + file);
+            // the guarded reader: names stay in their folder, no giant pictures decoded
+            const QString path = MediaFiles::pathIn(projectDir, QLatin1String(pf.folder), file);
+            const QSize panel = zoom > 0 ? m_canvas->size() / zoom : QSize();
+            const QImage img = path.isEmpty() ? QImage() : MediaFiles::readPicture(path, panel);
             if (img.width() > 0) {
                 const QImage s = img.scaled(int(img.width() * zoom), int(img.height() * zoom),
                                             Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
@@ -146,13 +186,13 @@ QString CanvasWidgets::load(const QString &line, float zoom, const QString &proj
         return error;
     if (QLabel *old = table.at(widget.index()))
         old->close();
-    auto *label = new QLabel(m_canvas);
+    auto *label = new CanvasLabel(m_canvas);
     label->setObjectName(widget.objectName());
     label->setFrameShape(QFrame::NoFrame);
     label->setFrameShadow(QFrame::Plain);
     label->setAutoFillBackground(true);
     label->setAttribute(Qt::WA_DeleteOnClose);
-    label->setStyleSheet(QLatin1String(kCommonStyle));
+    label->setStyleSheet(WidgetLook::style(widget));
     paint(label, widget, zoom, projectDir);
     label->show();
     table.put(widget.index(), label);

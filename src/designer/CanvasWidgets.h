@@ -16,9 +16,12 @@ namespace vantile {
 class CanvasWidgets
 {
 public:
-    // The look of a widget that is neither marked nor the reference: a
-    // light tint, so that the page's picture shows through.
-    static const char *const kCommonStyle;
+    // The look of a widget that is neither marked nor the reference: the
+    // translucent fill and border of its kind's family (WidgetLook), so that
+    // the page's picture shows through and kinds tell apart.
+    static QString commonStyle(const QString &objectName);
+    // Gives a live label its unmarked look back.
+    static void setCommonLook(QLabel *label);
 
     explicit CanvasWidgets(QLabel *canvas);
 

@@ -22,20 +22,9 @@ using namespace vantile;
 
 namespace {
 
-void writeFile(const QString &path, const QByteArray &bytes)
-{
-    QFile f(path);
-    QVERIFY(f.open(QIODevice::WriteOnly));
-    f.write(bytes);
-}
-
-QByteArray readAll(const QString &path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
-
 const char *const kButton = "button_0:100,50,120,40,0x0020,,,,button_0,Disable,Disable,0x0000,0xFFFF,1;";
+const char *const kPageLine = "Page:,0x0000,,0x0000,,0x0000,,0x0000,;RGBColor(0,0,0);P;Disable;0;0;Disable;";
+const char *const kKey = "kbkey_3:5,5,20,20,0x0041,,key,Disable,1;";
 
 // One line of each kind; the widget fields past the rectangle don't matter here.
 QStringList everyKind()
@@ -62,20 +51,23 @@ class TestWidgetEditing : public QObject
 
     QString root() const { return m_dir->path() + QLatin1Char('/'); }
 
+    // A 400 x 300 project of two pages; the first holds the given lines.
     QString makeProject(const QStringList &page0)
     {
         QDir(root()).mkpath(QStringLiteral("Plugin"));
         QDir(root()).mkpath(QStringLiteral("Icon"));
-        writeFile(root() + QStringLiteral("p.uiprj"),
-                  TextFiles::encodePlain({PageList::blankLine(0), PageList::blankLine(1)}));
-        writeFile(root() + QStringLiteral("p.ini"), "[INFO]\nSupplierVer: V3.20\nXSIZE: 400\nYSIZE: 300\n");
-        writeFile(root() + QStringLiteral("Plugin/Page0000.cfg"), TextFiles::encodePlain(page0));
+        TextFiles::writeAtomically(root() + QStringLiteral("p.uiprj"),
+                                   TextFiles::encodePlain({PageList::blankLine(0), PageList::blankLine(1)}));
+        TextFiles::writeAtomically(root() + QStringLiteral("p.ini"),
+                                   "[INFO]\nSupplierVer: V3.20\nXSIZE: 400\nYSIZE: 300\n");
+        TextFiles::writeAtomically(cfg0(), TextFiles::encodePlain(page0));
         return root() + QStringLiteral("p.uiprj");
     }
+    QString cfg0() const { return root() + QStringLiteral("Plugin/Page0000.cfg"); }
 
     void selectWidget(MainWindow &w, const QString &name)
     {
-        auto *wdg = w.findChild<QTableView *>(QStringLiteral("tableView_Wdg"));
+        QTableView *wdg = table(w, "tableView_Wdg");
         for (int r = 0; r < wdg->model()->rowCount(); ++r) {
             if (wdg->model()->index(r, 0).data().toString() == name) {
                 w.on_tableView_Wdg_clicked(wdg->model()->index(r, 0));
@@ -85,9 +77,11 @@ class TestWidgetEditing : public QObject
         QFAIL("no such widget row");
     }
 
+    static QTableView *table(MainWindow &w, const char *name) { return w.findChild<QTableView *>(QLatin1String(name)); }
+
     void type(MainWindow &w, int row, const QString &text)
     {
-        auto *para = w.findChild<QTableView *>(QStringLiteral("tableView_Para"));
+        QTableView *para = table(w, "tableView_Para");
         w.on_tableView_Para_doubleClicked(para->model()->index(row, 1));
         auto *editor = para->viewport()->findChild<QLineEdit *>();
         QVERIFY(editor);
@@ -98,10 +92,9 @@ class TestWidgetEditing : public QObject
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
 
-    QString cell(MainWindow &w, int row)
+    static QString cell(MainWindow &w, const char *tableName, int row, int col = 1)
     {
-        auto *para = w.findChild<QTableView *>(QStringLiteral("tableView_Para"));
-        return para->model()->index(row, 1).data().toString();
+        return table(w, tableName)->model()->index(row, col).data().toString();
     }
 
 private slots:
@@ -131,30 +124,27 @@ private slots:
 
     void everyKindLoadsAndSavesBackUnharmed()
     {
-        QStringList lines = {QStringLiteral("Page:,0x0000,,0x0000,,0x0000,,0x0000,;RGBColor(0,0,0);P;Disable;0;0;Disable;"),
-                             QLatin1String(kButton),
+        QStringList lines = {QLatin1String(kPageLine), QLatin1String(kButton),
                              QStringLiteral("popbox_0:10,20,100,50,0x0001,,,Page0001,0,0,dim,box,Disable,Disable,Disable,0x0000,,1;"),
-                             QStringLiteral("kbkey_3:5,5,20,20,0x0041,,key,Disable,1;")};
+                             QLatin1String(kKey)};
         lines << everyKind();
-        const QByteArray before = TextFiles::encodePlain(lines);
         MainWindow w;
         QVERIFY(w.openProjectFile(makeProject(lines)));
         QCOMPARE(w.currentPageLines(), lines);
         // the three described kinds stand on the canvas; the others wait for their kinds
         QCOMPARE(w.canvasWidgets()->count(), 3);
-        QLabel *button = w.canvasWidgets()->find(QStringLiteral("button_0"));
-        QVERIFY(button);
-        QCOMPARE(button->geometry(), QRect(100, 50, 120, 40));
+        QCOMPARE(w.canvasWidgets()->find(QStringLiteral("button_0"))->geometry(), QRect(100, 50, 120, 40));
         QVERIFY(w.canvasWidgets()->find(QStringLiteral("kbkey_3")));
         // the widget list: Page first, then every line in order
-        auto *wdg = w.findChild<QTableView *>(QStringLiteral("tableView_Wdg"));
-        QCOMPARE(wdg->model()->rowCount(), lines.size());
-        QCOMPARE(wdg->model()->index(2, 1).data().toString(), QStringLiteral("box"));
+        QCOMPARE(table(w, "tableView_Wdg")->model()->rowCount(), lines.size());
+        QCOMPARE(cell(w, "tableView_Wdg", 2), QStringLiteral("box"));
         // an old "dim" shows as "Enable" in the table, while the line stays as it was
         selectWidget(w, QStringLiteral("popbox_0"));
-        QCOMPARE(cell(w, 11), QStringLiteral("Enable"));
+        QCOMPARE(cell(w, "tableView_Para", 11), QStringLiteral("Enable"));
         w.on_actionSave_current_pgae_triggered();
-        QCOMPARE(readAll(root() + QStringLiteral("Plugin/Page0000.cfg")), before);
+        QFile saved(cfg0());
+        QVERIFY(saved.open(QIODevice::ReadOnly));
+        QCOMPARE(saved.readAll(), TextFiles::encodePlain(lines));
     }
 
     void indexBeyondTheTableIsLogged()
@@ -174,94 +164,73 @@ private slots:
         QVERIFY(w.openProjectFile(makeProject({QLatin1String(kButton)})));
         selectWidget(w, QStringLiteral("button_0"));
         QCOMPARE(w.selectedName(), QStringLiteral("button_0"));
-        auto *para = w.findChild<QTableView *>(QStringLiteral("tableView_Para"));
-        QCOMPARE(para->model()->rowCount(), 12);
-        QCOMPARE(para->model()->index(5, 0).data().toString(), QStringLiteral("returnValue"));
+        QCOMPARE(table(w, "tableView_Para")->model()->rowCount(), 12);
+        // the row labels follow the language
+        w.on_actionChinese_triggered();
+        QCOMPARE((QStringList{cell(w, "tableView_Para", 1, 0), cell(w, "tableView_Para", 6, 0)}),
+                 (QStringList{"X坐标", "未按图标"}));
+        w.on_actionEnglish_triggered();
+        QCOMPARE((QStringList{cell(w, "tableView_Para", 5, 0), cell(w, "tableView_Para", 6, 0)}),
+                 (QStringList{"returnValue", "unpressedIcon"}));
 
         type(w, 1, QStringLiteral("abc")); // X: letters read as 0
-        QCOMPARE(cell(w, 1), QStringLiteral("0"));
+        QCOMPARE(cell(w, "tableView_Para", 1), QStringLiteral("0"));
         type(w, 5, QStringLiteral("12")); // hexadecimal without "x" reads as 0
-        QCOMPARE(cell(w, 5), QStringLiteral("0x0000"));
+        QCOMPARE(cell(w, "tableView_Para", 5), QStringLiteral("0x0000"));
         type(w, 11, QStringLiteral("0x1b"));
         type(w, 0, QStringLiteral("Start"));
         type(w, 3, QStringLiteral("900")); // wider than the 400-pixel page: cut to it
-        QCOMPARE(cell(w, 3), QStringLiteral("400"));
+        QCOMPARE(cell(w, "tableView_Para", 3), QStringLiteral("400"));
 
         m_word.clear(); // a dismissed menu changes nothing
         const QStringList beforeMenu = w.currentPageLines();
-        w.on_tableView_Para_doubleClicked(para->model()->index(9, 1));
+        w.on_tableView_Para_doubleClicked(table(w, "tableView_Para")->model()->index(9, 1));
         QCOMPARE(w.currentPageLines(), beforeMenu);
         m_word = QStringLiteral("Enable");
-        w.on_tableView_Para_doubleClicked(para->model()->index(9, 1));
+        w.on_tableView_Para_doubleClicked(table(w, "tableView_Para")->model()->index(9, 1));
         m_word = QStringLiteral("Page0001");
-        w.on_tableView_Para_doubleClicked(para->model()->index(8, 1));
+        w.on_tableView_Para_doubleClicked(table(w, "tableView_Para")->model()->index(8, 1));
 
-        const QString expected = QStringLiteral(
-            "button_0:0,50,400,40,0x0000,,,Page0001,Start,Enable,Disable,0x001B,0xFFFF,1;");
-        QCOMPARE(w.currentPageLines().value(0), expected);
+        const QStringList expected{"button_0:0,50,400,40,0x0000,,,Page0001,Start,Enable,Disable,0x001B,0xFFFF,1;"};
+        QCOMPARE(w.currentPageLines(), expected);
         QCOMPARE(w.canvasWidgets()->find(QStringLiteral("button_0"))->geometry(), QRect(0, 50, 400, 40));
         QCOMPARE(w.pageDirty(), 1);
         QVERIFY(w.history().step(0) > 0); // each edit takes a step
         w.on_actionSave_current_pgae_triggered();
-        QCOMPARE(TextFiles::readLines(root() + QStringLiteral("Plugin/Page0000.cfg")), QStringList{expected});
-        auto *wdg = w.findChild<QTableView *>(QStringLiteral("tableView_Wdg"));
-        QCOMPARE(wdg->model()->index(1, 1).data().toString(), QStringLiteral("Start"));
+        QCOMPARE(TextFiles::readLines(cfg0()), expected);
+        QCOMPARE(cell(w, "tableView_Wdg", 1), QStringLiteral("Start"));
     }
 
     void lockedButtonKeepsItsGeometry()
     {
         MainWindow w;
         w.show();
-        QVERIFY(w.openProjectFile(makeProject(
-            {QStringLiteral("button_1:10,10,50,20,0x0020,,,,b,Disable,Disable,0x0000,0xFFFF,2;")})));
+        QVERIFY(w.openProjectFile(makeProject({"button_1:10,10,50,20,0x0020,,,,b,Disable,Disable,0x0000,0xFFFF,2;"})));
         selectWidget(w, QStringLiteral("button_1"));
         type(w, 3, QStringLiteral("99"));
         type(w, 0, QStringLiteral("renamed"));
-        QCOMPARE(w.currentPageLines().value(0),
-                 QStringLiteral("button_1:10,10,50,20,0x0020,,,,renamed,Disable,Disable,0x0000,0xFFFF,2;"));
+        QCOMPARE(w.currentPageLines(),
+                 QStringList{"button_1:10,10,50,20,0x0020,,,,renamed,Disable,Disable,0x0000,0xFFFF,2;"});
     }
 
-    void geometryFromTheAdjustDialog()
+    void adjustDialogAndWidgetListRows()
     {
         MainWindow w;
-        QVERIFY(w.openProjectFile(makeProject({QLatin1String(kButton)})));
+        QVERIFY(w.openProjectFile(makeProject({kPageLine, kButton, kKey})));
+        // geometry from the adjust dialog's text
         w.Update_from_Dialog(QStringLiteral("button_0:7,8,30,25"));
-        QCOMPARE(w.currentPageLines().value(0),
-                 QStringLiteral("button_0:7,8,30,25,0x0020,,,,button_0,Disable,Disable,0x0000,0xFFFF,1;"));
+        const QString moved = QStringLiteral("button_0:7,8,30,25,0x0020,,,,button_0,Disable,Disable,0x0000,0xFFFF,1;");
+        QCOMPARE(w.currentPageLines().value(1), moved);
         QCOMPARE(w.canvasWidgets()->find(QStringLiteral("button_0"))->geometry(), QRect(7, 8, 30, 25));
         w.Update_from_Dialog(QStringLiteral("button_9:1,1,1,1")); // no such widget: nothing changes
-        QCOMPARE(w.currentPageLines().size(), 1);
-    }
-
-    void widgetListRowsReorderTheLines()
-    {
-        MainWindow w;
-        QVERIFY(w.openProjectFile(makeProject({QStringLiteral("Page:,0x0000,,0x0000,,0x0000,,0x0000,;RGBColor(0,0,0);P;Disable;0;0;Disable;"),
-                                               QLatin1String(kButton),
-                                               QStringLiteral("kbkey_3:5,5,20,20,0x0041,,key,Disable,1;")})));
+        QCOMPARE(w.currentPageLines(), (QStringList{kPageLine, moved, kKey}));
         // dragging the key's row (2) onto the button's row (1) puts its line first
         w.UpdatePageWdgList_from_TableView(2, 1);
-        QCOMPARE(w.currentPageLines().value(1), QStringLiteral("kbkey_3:5,5,20,20,0x0041,,key,Disable,1;"));
-        QCOMPARE(w.currentPageLines().value(2), QLatin1String(kButton));
-        QVERIFY(w.currentPageLines().value(0).startsWith(QStringLiteral("Page:")));
-        auto *wdg = w.findChild<QTableView *>(QStringLiteral("tableView_Wdg"));
-        QCOMPARE(wdg->model()->index(1, 0).data().toString(), QStringLiteral("kbkey_3"));
+        QCOMPARE(w.currentPageLines(), (QStringList{kPageLine, kKey, moved}));
+        QCOMPARE(cell(w, "tableView_Wdg", 1, 0), QStringLiteral("kbkey_3"));
         QCOMPARE(w.pageDirty(), 1);
         w.UpdatePageWdgList_from_TableView(0, 2); // the page row never moves
-        QVERIFY(w.currentPageLines().value(0).startsWith(QStringLiteral("Page:")));
-    }
-
-    void rowLabelsFollowTheLanguage()
-    {
-        MainWindow w;
-        QVERIFY(w.openProjectFile(makeProject({QLatin1String(kButton)})));
-        selectWidget(w, QStringLiteral("button_0"));
-        auto *para = w.findChild<QTableView *>(QStringLiteral("tableView_Para"));
-        w.on_actionChinese_triggered();
-        QCOMPARE(para->model()->index(1, 0).data().toString(), QStringLiteral("X坐标"));
-        QCOMPARE(para->model()->index(6, 0).data().toString(), QStringLiteral("未按图标"));
-        w.on_actionEnglish_triggered();
-        QCOMPARE(para->model()->index(6, 0).data().toString(), QStringLiteral("unpressedIcon"));
+        QCOMPARE(w.currentPageLines().value(0), QLatin1String(kPageLine));
     }
 
     void iconPictureSetsTheSize()
@@ -277,10 +246,9 @@ private slots:
         Prompts::Responder r;
         r.file = [this](const PromptRecord &) { return root() + QStringLiteral("Icon/0003_on.png"); };
         Prompts::installResponder(r);
-        auto *para = w.findChild<QTableView *>(QStringLiteral("tableView_Para"));
-        w.on_tableView_Para_doubleClicked(para->model()->index(6, 1));
-        QCOMPARE(w.currentPageLines().value(0),
-                 QStringLiteral("button_0:100,50,64,32,0x0020,0003_on.png,,,button_0,Disable,Disable,0x0000,0xFFFF,1;"));
+        w.on_tableView_Para_doubleClicked(table(w, "tableView_Para")->model()->index(6, 1));
+        QCOMPARE(w.currentPageLines(),
+                 QStringList{"button_0:100,50,64,32,0x0020,0003_on.png,,,button_0,Disable,Disable,0x0000,0xFFFF,1;"});
         QCOMPARE(w.canvasWidgets()->find(QStringLiteral("button_0"))->size(), QSize(64, 32));
     }
 };

@@ -3,40 +3,32 @@
 
 #include "project/AppPaths.h"
 
-#include <QCoreApplication>
-#include <QFile>
-#include <QTemporaryDir>
 #include <QtTest>
 
 using namespace vantile;
 
-namespace {
-
-bool writeFile(const QString &path, const QByteArray &bytes)
-{
-    QFile f(path);
-    return f.open(QIODevice::WriteOnly) && f.write(bytes) == bytes.size();
-}
-
-QByteArray readFile(const QString &path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
-
-} // namespace
-
 class TestAppPaths : public QObject
 {
     Q_OBJECT
+
+    QTemporaryDir m_dir;
+    QString path() const { return m_dir.filePath(QStringLiteral("currentbin_path.ini")); }
+    bool writeFile(const QString &p, const QByteArray &bytes) const
+    {
+        QFile f(p);
+        return f.open(QIODevice::WriteOnly) && f.write(bytes) == bytes.size();
+    }
+
 private slots:
-    void cleanup() { AppPaths::setAppDirOverride(QString()); }
+    void cleanup()
+    {
+        AppPaths::setAppDirOverride(QString());
+        QFile::remove(path());
+    }
 
     void filesLieInTheApplicationDirectory()
     {
-        QCOMPARE(AppPaths::appDir(), QCoreApplication::applicationDirPath());
         AppPaths::setAppDirOverride(QStringLiteral("/opt/vantile"));
-        QCOMPARE(AppPaths::appDir(), QStringLiteral("/opt/vantile"));
         QCOMPARE(AppPaths::editorConfigPath(), QStringLiteral("/opt/vantile/editorConfig.ini"));
         QCOMPARE(AppPaths::uiprjPathFile(), QStringLiteral("/opt/vantile/uiprj_path.ini"));
         QCOMPARE(AppPaths::currentBinPathFile(), QStringLiteral("/opt/vantile/currentbin_path.ini"));
@@ -46,48 +38,31 @@ private slots:
 
     void oneLineFileIsUtf8WithBom()
     {
-        QTemporaryDir dir;
-        QVERIFY(dir.isValid());
-        AppPaths::setAppDirOverride(dir.path());
         const QString project = QString::fromUtf8("/home/用户/工程 1/");
-        QVERIFY(AppPaths::writeOneLine(AppPaths::uiprjPathFile(), project));
-        QCOMPARE(readFile(AppPaths::uiprjPathFile()), QByteArray("\xEF\xBB\xBF") + project.toUtf8());
-        QCOMPARE(AppPaths::readOneLine(AppPaths::uiprjPathFile()), project);
-
-        // rewritten after each open
-        QVERIFY(AppPaths::writeOneLine(AppPaths::uiprjPathFile(), QStringLiteral("/b/")));
-        QCOMPARE(AppPaths::readOneLine(AppPaths::uiprjPathFile()), QStringLiteral("/b/"));
+        QVERIFY(AppPaths::writeOneLine(path(), project));
+        QFile f(path());
+        QVERIFY(f.open(QIODevice::ReadOnly));
+        QCOMPARE(f.readAll(), QByteArray("\xEF\xBB\xBF") + project.toUtf8());
+        QCOMPARE(AppPaths::readOneLine(path()), project);
+        QVERIFY(AppPaths::writeOneLine(path(), QStringLiteral("/b/"))); // rewritten after each open
+        QCOMPARE(AppPaths::readOneLine(path()), QStringLiteral("/b/"));
     }
 
-    void readingOneLine_data()
-    {
-        QTest::addColumn<QByteArray>("bytes"); // null: no file
-        QTest::addColumn<QString>("line");
-        QTest::newRow("no file") << QByteArray() << QString();
-        QTest::newRow("without BOM") << QByteArray("/p/") << QStringLiteral("/p/");
-        QTest::newRow("line end") << QByteArray("\xEF\xBB\xBF/p/\r\n") << QStringLiteral("/p/");
-        QTest::newRow("only the first line") << QByteArray("/p/\n/q/\n") << QStringLiteral("/p/");
-        QTest::newRow("empty file") << QByteArray("") << QString();
-        QTest::newRow("BOM only") << QByteArray("\xEF\xBB\xBF") << QString();
-    }
     void readingOneLine()
     {
-        QFETCH(QByteArray, bytes);
-        QFETCH(QString, line);
-        QTemporaryDir dir;
-        QVERIFY(dir.isValid());
-        const QString path = dir.filePath(QStringLiteral("currentbin_path.ini"));
-        if (!bytes.isNull())
-            QVERIFY(writeFile(path, bytes));
-        QCOMPARE(AppPaths::readOneLine(path), line);
+        QCOMPARE(AppPaths::readOneLine(path()), QString()); // no file
+        // without BOM, line end, only the first line, BOM only
+        for (const auto &[bytes, line] : {std::pair<const char *, const char *>{"/p/", "/p/"}, {"\xEF\xBB\xBF/p/\r\n", "/p/"},
+                                          {"/p/\n/q/\n", "/p/"}, {"\xEF\xBB\xBF", ""}}) {
+            QVERIFY(writeFile(path(), bytes));
+            QCOMPARE(AppPaths::readOneLine(path()), QString(line));
+        }
     }
 
     void writeFailsBelowARegularFile()
     {
-        QTemporaryDir dir;
-        QVERIFY(dir.isValid());
-        QVERIFY(writeFile(dir.filePath(QStringLiteral("app")), "x"));
-        QVERIFY(!AppPaths::writeOneLine(dir.filePath(QStringLiteral("app/uiprj_path.ini")), QStringLiteral("/p/")));
+        QVERIFY(writeFile(m_dir.filePath(QStringLiteral("app")), "x"));
+        QVERIFY(!AppPaths::writeOneLine(m_dir.filePath(QStringLiteral("app/uiprj_path.ini")), QStringLiteral("/p/")));
     }
 };
 

@@ -1,12 +1,9 @@
-// The sealed storage form: header, four-bit rotation, keyed CRC, the
-// classification of files, and what survives a round trip.
+// The sealed storage form: header, four-bit rotation, keyed CRC,
+// classification, and what survives a round trip.
 
 #include "project/SealedFile.h"
 #include "project/TextFiles.h"
 
-#include <QFile>
-#include <QTemporaryDir>
-#include <QtEndian>
 #include <QtTest>
 
 using namespace vantile;
@@ -46,18 +43,10 @@ class TestSealedFile : public QObject
 private slots:
     void crcMatchesIndependentComputation()
     {
-        // Reflected CRC-32 with start 0 and no complement of "123456789":
-        // the usual check value 0xCBF43926 is for start and complement
-        // 0xFFFFFFFF, so this one differs; compare with the bitwise form.
-        const QByteArray data("123456789");
-        QCOMPARE(SealedFile::crc32(data), slowCrc(data));
+        // start 0 and no complement, so not the usual check value 0xCBF43926
+        QCOMPARE(SealedFile::crc32("123456789"), slowCrc("123456789"));
         QCOMPARE(SealedFile::crc32(QByteArray()), 0u);
-        // one byte 0x01: the table entry for 1 is 0x77073096
-        QCOMPARE(SealedFile::crc32(QByteArray(1, '\x01')), 0x77073096u);
-        QByteArray noise;
-        for (int i = 0; i < 1000; ++i)
-            noise.append(char((i * 37 + 11) & 0xFF));
-        QCOMPARE(SealedFile::crc32(noise), slowCrc(noise));
+        QCOMPARE(SealedFile::crc32(QByteArray(1, '\x01')), 0x77073096u); // the table entry for 1
     }
 
     void rotationByHand()
@@ -82,10 +71,7 @@ private slots:
         QCOMPARE(SealedFile::unrotate(file.mid(16)), QByteArray("Page:a;\n"));
         // the CRC covers the file with the filler and the key in place
         QByteArray check = file;
-        const char filler[4] = {'\x52', '\x1D', '\x3F', '\x6B'};
-        const char key[4] = {'\x78', '\x56', '\x34', '\x12'};
-        check.replace(6, 4, filler, 4);
-        check.replace(10, 4, key, 4);
+        check.replace(6, 8, "\x52\x1D\x3F\x6B" "\x78\x56\x34\x12", 8); // filler, key 0x12345678
         QCOMPARE(slowCrc(check), crc);
     }
 
@@ -100,8 +86,7 @@ private slots:
         QVERIFY(logged.first().startsWith(QStringLiteral("Save crc: 0x")));
         QCOMPARE(logged.first().size(), 12 + 8);
         const QByteArray first = readAll(path);
-        QCOMPARE(SealedFile::classify(path, kOtherKey), SealedFile::Sealed);
-        SealedFile::Class cls;
+        SealedFile::Class cls = SealedFile::Plain;
         const QStringList back = SealedFile::readLines(path, kOtherKey, &cls);
         QCOMPARE(cls, SealedFile::Sealed);
         QCOMPARE(back, lines);
@@ -140,14 +125,11 @@ private slots:
         QByteArray foreign = flipped;
         foreign[2] = 'Z';
         QCOMPARE(SealedFile::classifyBytes(foreign, kOtherKey), SealedFile::Plain);
-        QCOMPARE(SealedFile::classifyBytes(QByteArray(16, 'a'), kOtherKey), SealedFile::Plain);
 
         // on disk: an illegal file gives no lines; no file is plain and not read
         QTemporaryDir dir;
         const QString path = dir.path() + QStringLiteral("/c.cfg");
-        QFile f(path);
-        QVERIFY(f.open(QIODevice::WriteOnly) && f.write(flipped) == flipped.size());
-        f.close();
+        QVERIFY(TextFiles::writeAtomically(path, flipped));
         QCOMPARE(SealedFile::classify(path, kOtherKey), SealedFile::Illegal);
         SealedFile::Class cls = SealedFile::Plain;
         bool ok = false;
@@ -156,7 +138,6 @@ private slots:
         QVERIFY(ok);
         const QString missing = dir.path() + QStringLiteral("/missing");
         QCOMPARE(SealedFile::classify(missing, kOtherKey), SealedFile::Plain);
-        QCOMPARE(SealedFile::classify(QString(), kOtherKey), SealedFile::Plain);
         QVERIFY(SealedFile::readLines(missing, kOtherKey, &cls, &ok).isEmpty());
         QVERIFY(!ok);
     }

@@ -2,123 +2,33 @@
 // platform: drawing a widget, the release outside the canvas, dragging to
 // the edge, the resize corner, arrow keys; each checked in the page lines.
 
-#include "app/MainWindow.h"
-#include "app/Prompts.h"
+#include "GuiTestSupport.h"
 #include "designer/CanvasWidgets.h"
-#include "project/AppPaths.h"
-#include "project/PageList.h"
-#include "project/TextFiles.h"
 
 #include <QCheckBox>
 #include <QDialog>
-#include <QDir>
-#include <QFile>
-#include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
-#include <QTableView>
-#include <QTemporaryDir>
-#include <QtTest>
 
-using namespace vantile;
+using namespace gui;
 
-namespace {
-
-QString operator""_q(const char *s, size_t n) { return QString::fromUtf8(s, int(n)); }
-
-void writeFile(const QString &path, const QByteArray &bytes)
-{
-    QFile f(path);
-    QVERIFY(f.open(QIODevice::WriteOnly));
-    f.write(bytes);
-}
-
-// A button's page line; lock 1 is free, 2 locked.
-QString button(int i, int x, int y, int w, int h, int lock = 1, const QString &name = QStringLiteral("b"))
-{
-    return QStringLiteral("button_%1:%2,%3,%4,%5,0x0020,,,,%6,Disable,Disable,0x0000,0xFFFF,%7;")
-        .arg(i).arg(x).arg(y).arg(w).arg(h).arg(name).arg(lock);
-}
-
-} // namespace
-
-class TestCanvas : public QObject
+class TestCanvas : public QObject, Fixture
 {
     Q_OBJECT
-
-    QTemporaryDir m_appDir;
-    QTemporaryDir *m_dir = nullptr;
-    MainWindow *m_w = nullptr;
-    QLabel *m_canvas = nullptr;
-
-    QString root() const { return m_dir->path() + QLatin1Char('/'); }
 
     // A 400 x 300 project whose first page holds the given lines; more
     // page-list lines may follow the first page's.
     void open(const QStringList &page0, const QStringList &morePages = {})
     {
-        QDir(root()).mkpath(QStringLiteral("Plugin"));
-        writeFile(root() + QStringLiteral("p.uiprj"),
-                  TextFiles::encodePlain(QStringList{PageList::blankLine(0)} + morePages));
-        writeFile(root() + QStringLiteral("p.ini"), "[INFO]\nSupplierVer: V3.20\nXSIZE: 400\nYSIZE: 300\n");
-        writeFile(root() + QStringLiteral("Plugin/Page0000.cfg"), TextFiles::encodePlain(page0));
-        m_w = new MainWindow;
-        m_w->show();
-        QVERIFY(QTest::qWaitForWindowExposed(m_w));
-        QVERIFY(m_w->openProjectFile(root() + QStringLiteral("p.uiprj")));
-        m_w->resize(1600, 1000); // room for bands that reach past the canvas
-        m_canvas = m_w->findChild<QLabel *>(QStringLiteral("label_Show"));
+        project(QStringList{PageList::blankLine(0)} + morePages, {page0});
+        QVERIFY(openWindow());
         QCOMPARE(m_canvas->pixmap()->size(), QSize(400, 300));
     }
-
-    void press(const QPoint &p) { QTest::mousePress(m_canvas, Qt::LeftButton, {}, p); }
-    void move(const QPoint &p, Qt::MouseButtons held = Qt::LeftButton)
-    {
-        QMouseEvent e(QEvent::MouseMove, p, m_canvas->mapToGlobal(p), Qt::NoButton, held, Qt::NoModifier);
-        QApplication::sendEvent(m_canvas, &e);
-    }
-    void release(const QPoint &p) { QTest::mouseRelease(m_canvas, Qt::LeftButton, {}, p); }
-    void click(const QPoint &p)
-    {
-        press(p);
-        release(p);
-    }
-    // A press, a move and a release: a drag, a drawing or a band.
-    void drag(const QPoint &from, const QPoint &to)
-    {
-        press(from);
-        move(to);
-        release(to);
-    }
-    void trigger(const char *action) { m_w->action(QLatin1String(action))->trigger(); }
-    void clickPage(int row)
-    {
-        auto *pages = m_w->findChild<QTableView *>(QStringLiteral("tableView_Page"));
-        m_w->on_tableView_Page_clicked(pages->model()->index(row, 0));
-    }
-
     QString line(int i) const { return m_w->currentPageLines().value(i); }
 
 private slots:
-    void initTestCase()
-    {
-        AppPaths::setAppDirOverride(m_appDir.path());
-        QFile::copy(QStringLiteral(VANTILE_QM_DIR "/Translate_EN.qm"), m_appDir.path() + QStringLiteral("/Translate_EN.qm"));
-    }
-
-    void init()
-    {
-        m_dir = new QTemporaryDir;
-        Prompts::installResponder({});
-    }
-
-    void cleanup()
-    {
-        delete m_w;
-        m_w = nullptr;
-        Prompts::removeResponder();
-        delete m_dir;
-    }
+    void initTestCase() { useAppDir(m_appDir.path()); }
+    void init() { begin(); }
+    void cleanup() { end(); }
 
     void drawSmallRectangleMakesTwentyByTwenty()
     {
@@ -149,7 +59,7 @@ private slots:
         m_w->runPageMenuEntry(QStringLiteral("NewPage"));
         trigger("AddButton");
         QVERIFY(m_w->addMode());
-        clickPage(0);
+        clickPage(*m_w, 0);
         QVERIFY(!m_w->addMode());
     }
 
@@ -378,10 +288,7 @@ private slots:
         trigger("actionWidget_Copy");
         // a new page holding one button: room for 127 more
         m_w->runPageMenuEntry(QStringLiteral("NewPage"));
-        trigger("AddButton");
-        press(QPoint(150, 150));
-        release(QPoint(190, 190));
-        QTest::mousePress(m_canvas, Qt::RightButton, {}, QPoint(5, 200));
+        drawButton(QPoint(150, 150));
         QCOMPARE(m_w->currentPageLines().size(), 1);
         Prompts::recorded().clear();
         trigger("actionWidget_Paste");
@@ -404,7 +311,7 @@ private slots:
         release(QPoint(200, 200));
         QCOMPARE(m_w->selectCount(), 1);
         trigger("actionWidget_Copy");
-        clickPage(1);
+        clickPage(*m_w, 1);
         QCOMPARE(m_canvas->pixmap()->size(), QSize(200, 100));
         trigger("actionWidget_Paste");
         QCOMPARE(Prompts::recorded().last().text, QStringLiteral("Widget is outside of the editing area"));

@@ -7,23 +7,17 @@
 // fields separated by ",", the last one closed by ";"; modes 2 and 3 carry
 // their report switch as the last field.
 
-#include "app/Prompts.h"
+#include "GuiTestSupport.h"
 #include "editors/DialogList.h"
 
 #include <QComboBox>
-#include <QCoreApplication>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
-#include <QTableView>
 #include <QTranslator>
-#include <QtTest>
 
-using namespace vantile;
+using namespace gui;
 
 namespace {
-
-QString operator""_q(const char *s, size_t n) { return QString::fromUtf8(s, int(n)); }
 
 const char *const kMode3 = "encoder_1:3,0x0010,0,10,1,Enable;";
 
@@ -34,8 +28,7 @@ class TestDialogList : public QObject
     Q_OBJECT
 
     DialogList *m_dialog = nullptr;
-    QString m_word;           // the word the next pop-up menu answers
-    QStringList m_menusShown; // the words of every menu that was shown
+    Answers m_answers; // word: what the next pop-up menu answers
 
     QTableView *table() { return m_dialog->findChild<QTableView *>(QStringLiteral("tableView")); }
     QPushButton *button(const char *name) { return m_dialog->findChild<QPushButton *>(QLatin1String(name)); }
@@ -96,26 +89,15 @@ class TestDialogList : public QObject
     }
 
 private slots:
-    void initTestCase()
-    {
-        Prompts::Responder r;
-        r.word = [this](const QStringList &words) {
-            m_menusShown << words.join(QLatin1Char('|'));
-            return m_word;
-        };
-        Prompts::installResponder(r);
-    }
-
     void init()
     {
         m_dialog = new DialogList;
-        m_word.clear();
-        m_menusShown.clear();
-        Prompts::recorded().clear();
+        m_answers.install();
     }
 
     void cleanup()
     {
+        Prompts::removeResponder();
         delete m_dialog;
         m_dialog = nullptr;
     }
@@ -164,14 +146,12 @@ private slots:
         row("empty text", "", "", false, "", "");
         row("capital", "Encoder_0:3,0xFFFF,0,100,1,Disable;", "", false, "", "");
         // no mode: asked for, then New with each mode's defaults
-        const char *new3 = "encoder_0:3,0xFFFF,0,100,1,Disable;";
-        row("mode 7, new 3", "encoder_0:7,Disable,0xFFFF;", "new 3", true, "3,Disable,0xFFFF,0,100,1", new3);
-        row("mode 0, new 3", "encoder_0:0,Disable;", "new 3", true, "3,Disable,0xFFFF,0,100,1", new3);
+        row("mode 0, new 3", "encoder_0:0,Disable;", "new 3", true, "3,Disable,0xFFFF,0,100,1",
+            "encoder_0:3,0xFFFF,0,100,1,Disable;");
         row("new 1", null, "new 1", true, "1,Disable,,0xFFFF,0xFFFF,0xFFFF,0xFFFF," + f12,
             "encoder_0:1,Disable,,0xFFFF,0xFFFF,0xFFFF,0xFFFF," + f12 + ";");
         row("new 2", null, "new 2", true, "2,Disable,0xFFFF,0,100,1,+,Enable",
             "encoder_0:2,0xFFFF,0,100,1,+,Enable,Disable;");
-        row("new 3", null, "new 3", true, "3,Disable,0xFFFF,0,100,1", new3);
         row("new 4", null, "new 4", true, "4,,Disable,0xFFFF,0xFFFF,,10,Disable,0xFFFF,0xFFFF,,20,Disable,0xFFFF,0xFFFF",
             "encoder_0:4,,Disable,0xFFFF,0xFFFF,,10,Disable,0xFFFF,0xFFFF,,20,Disable,0xFFFF,0xFFFF;");
         // New replaces an opened entry and keeps its target
@@ -233,7 +213,7 @@ private slots:
             return;
         }
         QCOMPARE(m_dialog->target(), opened.section(QLatin1Char(':'), 0, 0));
-        for (const QString &step : steps.split(QStringLiteral("; "), QString::SkipEmptyParts)) {
+        for (const QString &step : steps.split(QStringLiteral("; "), Qt::SkipEmptyParts)) {
             const QString verb = step.section(QLatin1Char(' '), 0, 0), arg = step.section(QLatin1Char(' '), 1);
             const int r = arg.section(QLatin1Char('='), 0, 0).toInt();
             const QString text = arg.section(QLatin1Char('='), 1);
@@ -246,11 +226,11 @@ private slots:
             } else if (verb == QLatin1String("type")) {
                 typeIntoCell(r, text);
             } else {
-                m_word = text;
+                m_answers.word = text;
                 doubleClickCell(r);
             }
         }
-        QCOMPARE(m_menusShown.join(QStringLiteral(" / ")), menus);
+        QCOMPARE(m_answers.menus.join(QStringLiteral(" / ")), menus);
         QCOMPARE(values().join(QLatin1Char(',')), shown);
         const int mode = shown.section(QLatin1Char(','), 0, 0).toInt(); // 0 for NULL or an empty table
         if (mode > 0) {
@@ -270,13 +250,13 @@ private slots:
         QVERIFY(!inlineEditor());
         doubleClickCell(2, 0); // a label
         QVERIFY(!inlineEditor());
-        QVERIFY(m_menusShown.isEmpty());
+        QVERIFY(m_answers.menus.isEmpty());
         QCOMPARE(values().value(0), QStringLiteral("3"));
         QCOMPARE(labels().value(2), QStringLiteral("writeAddr"));
         // The same gesture on the switch of the row below does open its menu.
-        m_word = QStringLiteral("Disable");
+        m_answers.word = QStringLiteral("Disable");
         doubleClickCell(1);
-        QCOMPARE(m_menusShown, QStringList{"Enable|Disable"});
+        QCOMPARE(m_answers.menus, QStringList{"Enable|Disable"});
         QCOMPARE(values().value(1), QStringLiteral("Disable"));
     }
 
@@ -297,46 +277,32 @@ private slots:
         }
     }
 
-    // --- language ---------------------------------------------------------------------------
-
-    void chineseLabels()
+    // The row labels follow the dialog's language, its other texts the
+    // installed translation.
+    void languages()
     {
         m_dialog->setLanguage(1);
         open(QStringLiteral("encoder_3:4,,Disable,0xFFFF,0xFFFF,,10,Disable,0xFFFF,0xFFFF,,20,Disable,0xFFFF,0xFFFF;"));
-        const QStringList l = labels();
-        QCOMPARE(l.mid(0, 5), (QStringList{"功能名称", "单击跳转页面", "单击串口返回使能", "操作变量地址", "    _赋值"}));
-        QCOMPARE(l.value(6), QStringLiteral("双击触发的有效时间(50ms)"));
-        QCOMPARE(l.value(11), QStringLiteral("长按触发的有效时间(50ms)"));
-        QCOMPARE(l.value(12), QStringLiteral("长按串口返回使能"));
-        // Switching back relabels the rows that are shown.
-        m_dialog->setLanguage(0);
+        QCOMPARE(labels().mid(0, 3), (QStringList{"功能名称", "单击跳转页面", "单击串口返回使能"}));
+        QCOMPARE(labels().value(6), QStringLiteral("双击触发的有效时间(50ms)"));
+        m_dialog->setLanguage(0); // relabels the rows shown
         QCOMPARE(labels().mid(5, 3),
                  (QStringList{"doubleClickPageGoto", "doubleClickTimeGap(50ms)", "doubleClickReport"}));
         m_dialog->setLanguage(1);
         pressNew(2);
-        QCOMPARE(labels(), (QStringList{"功能名称", "串口返回使能", "变量地址", "最小值", "最大值", "步进",
-                                        "变量变化模式", "循环使能"}));
-        pressNew(1);
-        QCOMPARE(labels().value(2), QStringLiteral("跳转页面"));
-    }
+        QCOMPARE(labels().value(2), QStringLiteral("变量地址"));
 
-    void retranslate()
-    {
         QTranslator translator;
         QVERIFY(translator.load(QStringLiteral(VANTILE_QM_DIR "/Translate_CN.qm")));
         QCoreApplication::installTranslator(&translator);
         m_dialog->retranslate();
         QCOMPARE(m_dialog->windowTitle(), QStringLiteral("动作列表"));
         QCOMPARE(button("pushButton_New")->text(), QStringLiteral("新建"));
-        QCOMPARE(button("pushButton_Clear")->text(), QStringLiteral("清除"));
-        QCOMPARE(model()->headerData(0, Qt::Horizontal).toString(), QStringLiteral("参数"));
         m_dialog->List_Update_from_MainWindow(QStringLiteral("encoder_0:9;"));
-        QCOMPARE(Prompts::recorded().value(0).title, QStringLiteral("提示"));
-        QCOMPARE(Prompts::recorded().value(0).text, QStringLiteral("请选择控制模式"));
+        QCOMPARE(lastPrompt(), QStringLiteral("请选择控制模式"));
         QCoreApplication::removeTranslator(&translator);
         m_dialog->retranslate();
         QCOMPARE(m_dialog->windowTitle(), QStringLiteral("Action list"));
-        QCOMPARE(button("pushButton_OK")->text(), QStringLiteral("OK"));
         QCOMPARE(model()->headerData(1, Qt::Horizontal).toString(), QStringLiteral("Data"));
     }
 };

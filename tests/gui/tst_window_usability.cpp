@@ -3,25 +3,17 @@
 // edit keys work in both tool bar modes, kinds look apart on dark and light
 // pages, and every kind and tool is reachable without scrolling.
 
-#include "app/MainWindow.h"
-#include "app/Prompts.h"
+#include "GuiTestSupport.h"
 #include "designer/CanvasWidgets.h"
 #include "editors/DialogWdgVar.h"
-#include "project/AppPaths.h"
-#include "project/TextFiles.h"
 #include "widgets/WidgetLine.h"
 
-#include <QDirIterator>
 #include <QDockWidget>
-#include <QLabel>
 #include <QPushButton>
-#include <QTableView>
-#include <QTemporaryDir>
 #include <QToolBar>
 #include <QToolButton>
-#include <QtTest>
 
-using namespace vantile;
+using namespace gui;
 
 namespace {
 
@@ -53,77 +45,32 @@ bool fullyShown(QWidget *w)
 
 } // namespace
 
-class TestWindowUsability : public QObject
+class TestWindowUsability : public QObject, Fixture
 {
     Q_OBJECT
-
-    QTemporaryDir m_appDir;
-    QTemporaryDir *m_dir = nullptr;
-    MainWindow *m_w = nullptr;
-    QLabel *m_canvas = nullptr;
 
     // The demo copied, its first page holding `lines`, opened in a
     // 1600 x 1000 window.
     void open(const QStringList &lines)
     {
-        const QString src = QStringLiteral(VANTILE_SOURCE_DIR "/examples/demo");
-        QDirIterator it(src, QDir::Files, QDirIterator::Subdirectories);
-        while (it.hasNext()) {
-            const QString from = it.next();
-            const QString to = m_dir->path() + from.mid(src.size());
-            QDir().mkpath(QFileInfo(to).path());
-            QVERIFY(QFile::copy(from, to));
-        }
+        copyDemo(m_dir->path());
         QImage grey(40, 30, QImage::Format_RGB32);
         grey.fill(QColor(128, 128, 128));
         QDir(m_dir->path()).mkpath(QStringLiteral("Icon"));
-        QVERIFY(grey.save(m_dir->path() + QStringLiteral("/Icon/0001_grey.png")));
-        QFile page(m_dir->path() + QStringLiteral("/Plugin/Page0000.cfg"));
-        QVERIFY(page.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        page.write(TextFiles::encodePlain(lines));
-        page.close();
-        m_w = new MainWindow;
-        m_w->setWindowState(Qt::WindowNoState);
-        m_w->resize(1600, 1000);
-        m_w->show();
-        QVERIFY(QTest::qWaitForWindowExposed(m_w));
-        QApplication::setActiveWindow(m_w);
-        QVERIFY(QTest::qWaitForWindowActive(m_w));
-        QVERIFY(m_w->openProjectFile(m_dir->path() + QStringLiteral("/demo.uiprj")));
+        QVERIFY(grey.save(root() + "Icon/0001_grey.png"));
+        writeFile(cfg(0), TextFiles::encodePlain(lines));
+        QVERIFY(openWindow(root() + "demo.uiprj"));
         QCOMPARE(m_w->size(), QSize(1600, 1000));
-        m_canvas = m_w->findChild<QLabel *>(QStringLiteral("label_Show"));
     }
 
     QLabel *widget(const char *name) const { return m_w->canvasWidgets()->find(QLatin1String(name)); }
     QString pageLine(int i) const { return m_w->currentPageLines().value(i); }
-    // A press, one move and a release on the canvas; a click when `to` is `from`.
-    void drag(const QPoint &from, const QPoint &to)
-    {
-        QTest::mousePress(m_canvas, Qt::LeftButton, {}, from);
-        QMouseEvent e(QEvent::MouseMove, to, m_canvas->mapToGlobal(to), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(m_canvas, &e);
-        QTest::mouseRelease(m_canvas, Qt::LeftButton, {}, to);
-    }
     void key(int k) { QTest::keyClick(m_w, Qt::Key(k), Qt::ControlModifier); }
 
 private slots:
-    void initTestCase()
-    {
-        AppPaths::setAppDirOverride(m_appDir.path());
-        QFile::copy(QStringLiteral(VANTILE_QM_DIR "/Translate_EN.qm"), m_appDir.path() + QStringLiteral("/Translate_EN.qm"));
-    }
-    void init()
-    {
-        m_dir = new QTemporaryDir;
-        Prompts::installResponder({});
-    }
-    void cleanup()
-    {
-        delete m_w;
-        m_w = nullptr;
-        Prompts::removeResponder();
-        delete m_dir;
-    }
+    void initTestCase() { useAppDir(m_appDir.path()); }
+    void init() { begin(); }
+    void cleanup() { end(); }
 
     void maskedDialogGivesTheWindowBack_data()
     {
@@ -136,7 +83,7 @@ private slots:
         QFETCH(QString, how);
         open({line(WidgetKind::Button, 0, QRect(100, 100, 120, 60))});
         const QPoint onButton = m_canvas->mapTo(m_w, QPoint(160, 130));
-        m_w->action(QStringLiteral("actionWriteAddr"))->trigger();
+        trigger("actionWriteAddr");
         auto *dialog = m_w->writeAddrDialog();
         QVERIFY(dialog->isVisible());
         QCOMPARE(m_w->childAt(onButton)->objectName(), QStringLiteral("Background_mask"));

@@ -7,6 +7,7 @@
 #include "project/LogSink.h"
 #include "project/PageList.h"
 #include "project/ProjectSettings.h"
+#include "widgets/Records.h"
 #include "widgets/VariableImage.h"
 
 #include <QByteArray>
@@ -71,6 +72,7 @@ struct BuildContext {
     qint64 runningAddress = 0;     // the address the next block gets
     QList<int> vicePages;          // pages shown inside a slide menu (chip 10)
     QMap<int, QList<int>> mergeMap;// host page -> its Vice pages
+    FontTable fonts;               // filled by the font scan before the page blocks
     QString errorText;             // the collected complaints (Make_error_info.txt)
     QStringList buildLog;          // the build log (Make_info.txt)
     LogSink logSink;
@@ -111,6 +113,7 @@ enum class BuildStep : int {
     SaveOpenPage,       // the designer saves the page that is open
     NeedleAnimation,    // frames of the needle animations into Needle/
     SlideMenuMerge,     // chip 10: Vice pages and the merged page files
+    FontScan,           // the font table from the headers in FontBin/
     PreBuildChecks,     // page range and font use checks
     SaveCommandList,    // the Modbus list is written back to command.list
     CommandTable,       // master mode: command.list into ctx.commandArea
@@ -118,7 +121,7 @@ enum class BuildStep : int {
     WidgetListExport,   // TouchWidget.csv, DisplayWidget.csv
     SerialCommandExport,// SerialPortCommands.csv
 };
-constexpr int kBuildStepCount = 9;
+constexpr int kBuildStepCount = 10;
 
 using StepFunction = std::function<void(BuildContext &ctx)>;
 

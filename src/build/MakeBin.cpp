@@ -452,7 +452,8 @@ BuildResult MakeBin::run(const BuildInput &input, const BuildOptions &options)
     if (ctx.settings.panelType == 10)
         runStep(ctx, BuildStep::SlideMenuMerge);
 
-    // 11. Checks, the page blocks, the command list.
+    // 11. The font table, checks, the page blocks, the command list.
+    runStep(ctx, BuildStep::FontScan);
     runStep(ctx, BuildStep::PreBuildChecks);
     ctx.runningAddress = ctx.layout.pageBlockAddress();
     m_directory.set(BlockDirectory::PageBlockAddress, quint32(ctx.runningAddress));

@@ -276,6 +276,7 @@ RecordContext contextWith(BuildContext &ctx, int row, const QList<QSize> &sizes)
     rc.colour24 = ctx.flags.rgb888;
     rc.pagePictureSize = [sizes](int page) { return sizes.value(page, QSize()); };
     rc.variables = &ctx.variables;
+    rc.fonts = &ctx.fonts;
     rc.errorText = &ctx.errorText;
     return rc;
 }

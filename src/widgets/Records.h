@@ -56,6 +56,19 @@ QByteArray tailToFront(const QByteArray &record, int tailOffset);
 
 } // namespace Records
 
+// The build's font table, filled by the font scan from the headers of the
+// files in FontBin/: for each font id its character width and height and
+// its encoding code. At the start of a scan every entry is 0, 0 and 5.
+struct FontTable {
+    static constexpr int kMaxFonts = 64;
+    int count = 0; // F: highest font id + 1, at most 64; 0 without fonts
+    quint8 width[kMaxFonts] = {};
+    quint8 height[kMaxFonts] = {};
+    quint8 encoding[kMaxFonts] = {5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5,
+                                  5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5,
+                                  5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5};
+};
+
 // What a record writer knows about the page being built.
 struct RecordContext {
     int rotation = 0;     // the project's rotation setting, 0-3
@@ -68,6 +81,7 @@ struct RecordContext {
     // size when there is no such page.
     std::function<QSize(int page)> pagePictureSize;
     VariableImage *variables = nullptr; // display kinds store initial values here
+    const FontTable *fonts = nullptr;   // the build's font table; none: no fonts
     QString *errorText = nullptr;       // the build's collected complaints
 
     // The picture the page's rectangles rotate with.

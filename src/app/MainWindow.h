@@ -141,6 +141,12 @@ public slots:
     void on_actionLevel_layout_triggered();
     void on_actionVertical_layout_triggered();
     void on_actionClearPrj_triggered();
+    // Tool menu: the sibling programs
+    void on_actionUartDebug_triggered();
+    void on_actionFont_tool_triggered();
+    void on_actionImageNumber_triggered();
+    void on_actionToneForge_triggered();
+    void on_actionEmulator_triggered();
     // Help menu: language, tool bar text, auto-save
     void on_actionChinese_triggered();
     void on_actionEnglish_triggered();

@@ -1,10 +1,13 @@
 // Build and Clear project: the designer runs the same driver as the
-// command-line build, with its log pane as the build log.
+// command-line build, with its log pane as the build log. The Tool menu
+// starts the sibling programs.
 
 #include "app/MainWindow.h"
 
 #include "app/Prompts.h"
 #include "build/MakeBin.h"
+#include "project/AppPaths.h"
+#include "project/SiblingTools.h"
 
 #include <QApplication>
 #include <QTextEdit>
@@ -55,6 +58,33 @@ void MainWindow::on_actionClearPrj_triggered()
     if (!projectOpen())
         return;
     MakeBin::cleanProject(m_projectDir, [this](const QString &line) { textEdit->append(line); });
+}
+
+// --- the sibling tools -------------------------------------------------------------
+
+void MainWindow::on_actionUartDebug_triggered()
+{
+    SiblingTools::start(AppPaths::appDir(), QStringLiteral("Vantile_Debugger"));
+}
+
+void MainWindow::on_actionFont_tool_triggered()
+{
+    SiblingTools::start(AppPaths::appDir(), QStringLiteral("GlyphForge"));
+}
+
+void MainWindow::on_actionImageNumber_triggered()
+{
+    SiblingTools::start(AppPaths::appDir(), QStringLiteral("SerialStamp"));
+}
+
+void MainWindow::on_actionToneForge_triggered()
+{
+    SiblingTools::start(AppPaths::appDir(), QStringLiteral("ToneForge"));
+}
+
+void MainWindow::on_actionEmulator_triggered()
+{
+    SiblingTools::start(AppPaths::appDir(), QStringLiteral("Vantile_Emulator"));
 }
 
 } // namespace vantile

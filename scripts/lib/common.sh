@@ -16,7 +16,7 @@ VANTILE_PACKAGES=(
     qtbase5-dev qttools5-dev qttools5-dev-tools
     libqrcodegencpp-dev libmediainfo-dev
     cmake g++ make
-    fonts-noto-cjk fonts-wqy-microhei
+    fonts-noto-cjk fonts-wqy-microhei fonts-dejavu-core
 )
 
 vantile_log() { printf '==> %s\n' "$*" >&2; }

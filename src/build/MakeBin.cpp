@@ -1,7 +1,9 @@
 #include "build/MakeBin.h"
+#include "build/FontBlock.h"
 #include "build/PageBlock.h"
 #include "build/PageChecks.h"
 #include "build/PictureBlock.h"
+#include "build/TextBlocks.h"
 
 #include "project/AppPaths.h"
 #include "project/SealedFile.h"
@@ -634,6 +636,11 @@ void installStandardBuild(MakeBin &driver)
     driver.setBuilder(std::make_unique<PictureBlockBuilder>());
     driver.setBuilder(std::make_unique<PageBlock::PageBuilder>());
     driver.setBuilder(std::make_unique<PageBlock::VicePageBuilder>());
+    driver.setBuilder(std::make_unique<StaticTextBlockBuilder>());
+    driver.setBuilder(std::make_unique<LanguageBlockBuilder>());
+    driver.setBuilder(std::make_unique<FontBlockBuilder>());
+    driver.setBuilder(std::make_unique<WavBlockBuilder>());
+    driver.setStep(BuildStep::FontScan, FontBlock::scanFonts);
     driver.setStep(BuildStep::SlideMenuMerge, PageBlock::slideMenuMerge);
     driver.setStep(BuildStep::PreBuildChecks, PageChecks::preBuildChecks);
 }

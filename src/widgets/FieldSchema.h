@@ -81,6 +81,7 @@ struct FieldDef {
     const char *const *menuWords = nullptr; // nullptr-terminated, for Editor::Menu
     const WordAlias *aliases = nullptr;     // {nullptr, nullptr}-terminated
     bool writeAddress = false;              // an address the automatic assignment fills
+    bool fixed = false;                     // not read: the line always gets the default
 
     bool hasRow() const { return row >= 0; }
     bool inLine() const { return linePos >= 0; }
@@ -102,6 +103,7 @@ struct FieldDef {
         return f;
     }
     constexpr FieldDef oldWords(const WordAlias *a) const { FieldDef f = *this; f.aliases = a; return f; }
+    constexpr FieldDef fixedToDefault() const { FieldDef f = *this; f.fixed = true; return f; }
 };
 
 // One field: key, codec, row, line position, default (line form), Chinese

@@ -1,6 +1,8 @@
 #include "widgets/KindRegistry.h"
 #include "widgets/ButtonKinds.h"
+#include "widgets/TextKinds.h"
 #include "widgets/EditBuffer.h"
+#include "widgets/NumberKinds.h"
 #include "widgets/Records.h"
 #include "widgets/WidgetLine.h"
 
@@ -17,6 +19,11 @@ const KindDef *const kDescribed[] = {
     &ButtonKinds::button,
     &ButtonKinds::popBox,
     &ButtonKinds::kbKey,
+    &TextKinds::label,
+    &TextKinds::staticText,
+    &TextKinds::textRoll,
+    &NumberKinds::number,
+    &NumberKinds::pngNumber,
 };
 
 const std::array<const KindDef *, kWidgetKindCount> &byKind()

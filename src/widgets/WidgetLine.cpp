@@ -168,7 +168,7 @@ ParseStatus parse(const QString &line, WidgetKind kind, EditBuffer &out)
     const KindDef &def = *out.definition();
     for (int i = 0; i < def.fieldCount; ++i) {
         const FieldDef &f = def.fields[i];
-        if (f.inLine() && f.linePos < parts.fields.size())
+        if (f.inLine() && !f.fixed && f.linePos < parts.fields.size())
             out.setValue(i, readLineText(f, parts.fields[f.linePos]));
     }
     return ParseStatus::Ok;

@@ -195,12 +195,12 @@ private slots:
     void groupStepChangesOnlyGroupFields()
     {
         const QStringList before = {QStringLiteral("button_0:0,0,100,100,0x00ab,,,,Go  there,Disable,Disable,0x0000,0xFFFF,1;"),
-                                    QStringLiteral("label_0:10,10,20,20,Hi, there,0xFFFF,1;")};
+                                    QStringLiteral("label_0:0xFFFF,20,10,10,20,20,32,32,0,0,0,0,0xD3D3D3,0x000000,*Hex:48692C207468657265,0xFFFF,Hi  there,Disable,0,0,0,0xFFFF,1;")};
         makeProject(TextFiles::encodePlain(before), PageList::blankLine(0), "PanelType: 8\n");
         QVERIFY(build().imageWritten);
         QCOMPARE(PageFile::read(cfg(0), SealedFile::kBuiltInKey).lines,
                  QStringList({QStringLiteral("button_0:0,0,100,100,0x00ab,,,,Go  there,Disable,Disable,0x0000,0x0001,1;"),
-                              QStringLiteral("label_0:10,10,20,20,Hi, there,0x0001,1;")}));
+                              QStringLiteral("label_0:0xFFFF,20,10,10,20,20,32,32,0,0,0,0,0xD3D3D3,0x000000,*Hex:48692C207468657265,0xFFFF,Hi  there,Disable,0,0,0,0x0001,1;")}));
     }
 
     // Contents count, not encodings: a page file with a byte order mark, a

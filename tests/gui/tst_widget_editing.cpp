@@ -68,8 +68,9 @@ private slots:
         lines << everyKind();
         open(lines);
         QCOMPARE(m_w->currentPageLines(), lines);
-        // the three described kinds stand on the canvas; the others wait for their kinds
-        QCOMPARE(m_w->canvasWidgets()->count(), 3);
+        // the described kinds stand on the canvas (the three here, and of the others
+        // label, textroll, number, pngNumber); the rest wait for their kinds
+        QCOMPARE(m_w->canvasWidgets()->count(), 7);
         QCOMPARE(geometryOf("button_0"), QRect(100, 50, 120, 40));
         QVERIFY(m_w->canvasWidgets()->find(QStringLiteral("kbkey_3")));
         // the widget list: Page first, then every line in order

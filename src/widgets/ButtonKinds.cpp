@@ -159,12 +159,6 @@ int writeKBKey(QByteArray &out, const EditBuffer &b, const RecordContext &ctx)
     return out.size() - start;
 }
 
-template <typename T, int N>
-constexpr int countOf(const T (&)[N])
-{
-    return N;
-}
-
 } // namespace
 
 const KindDef button = {WidgetKind::Button, kButtonFields, countOf(kButtonFields),

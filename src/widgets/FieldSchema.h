@@ -66,6 +66,16 @@ struct WordAlias {
 // Default meaning "the object name" (the `name` row of a new widget).
 constexpr const char *kObjectNameDefault = nullptr;
 inline constexpr const char *kSwitchWords[] = {"Enable", "Disable", nullptr};
+// The nine alignment words of the text and number kinds, in number order.
+inline constexpr const char *kAlignmentWords[] = {"Left",    "Middle", "Right",    "T-Left",  "T-Middle",
+                                                  "T-Right", "B-Left", "B-Middle", "B-Right", nullptr};
+
+// The length of a kind's field table.
+template <typename T, int N>
+constexpr int countOf(const T (&)[N])
+{
+    return N;
+}
 
 struct FieldDef {
     const char *key = nullptr;

@@ -17,8 +17,6 @@ using LineGrammar::refField;
 using Records::appendU16;
 using Records::appendU8;
 
-const char *const kAlignmentWords[] = {"Left",   "Middle",   "Right",   "T-Left", "T-Middle",
-                                       "T-Right", "B-Left", "B-Middle", "B-Right", nullptr};
 // The data types a number can show: no single bits.
 const char *const kNumberTypeWords[] = {"char", "short",    "int",     "uchar",    "ushort",
                                         "uint", "longlong", "char_H8", "uchar_H8", nullptr};
@@ -206,12 +204,6 @@ void keepIconRunOrdered(EditBuffer &b, const EditBuffer &before, const QSize &)
     const int lastNumber = iconNumber(last);
     if (first >= 0 && lastNumber >= 0 && lastNumber <= first)
         b.setText("lastIcon", before.text("lastIcon"));
-}
-
-template <typename T, int N>
-constexpr int countOf(const T (&)[N])
-{
-    return N;
 }
 
 } // namespace

@@ -18,8 +18,6 @@ using C = Codec;
 using Records::appendU16;
 using Records::appendU8;
 
-constexpr const char *kAlignmentWords[] = {"Left",   "Middle",   "Right",   "T-Left", "T-Middle",
-                                           "T-Right", "B-Left", "B-Middle", "B-Right", nullptr};
 // A switch that some lines hold as a digit.
 constexpr WordAlias kSwitchDigits[] = {{"1", "Enable"}, {"0", "Disable"}, {nullptr, nullptr}};
 
@@ -263,12 +261,6 @@ int writeTextRoll(QByteArray &out, const EditBuffer &b, const RecordContext &ctx
     storeInitialText(b, ctx, font.encoding, QStringLiteral(":  more than Max value"));
     out.append(r);
     return r.size();
-}
-
-template <typename T, std::size_t N>
-constexpr int countOf(const T (&)[N])
-{
-    return int(N);
 }
 
 } // namespace

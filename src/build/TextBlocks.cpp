@@ -1,4 +1,6 @@
 #include "build/TextBlocks.h"
+#include "widgets/EditBuffer.h"
+#include "widgets/WidgetLine.h"
 
 #include "build/PageChecks.h"
 #include "project/PageList.h"
@@ -140,27 +142,17 @@ ConstantTable parseConstantText(const QStringList &linesIn, int languages)
 
 bool readLanguageWidget(const QString &line, LanguageWidget *widget)
 {
-    // Field positions after the colon, as the text kinds write their lines.
-    struct Positions {
-        int writeAddr, fontId, multiLanguage;
-    };
+    // labels and textrolls by their kinds' fields; a static label has no variable text
     const WidgetKind kind = WidgetKinds::kindOfLine(line);
-    Positions at;
-    if (kind == WidgetKind::Label)
-        at = {0, 8, 18};
-    else if (kind == WidgetKind::TextRoll)
-        at = {0, 8, 20};
-    else
+    EditBuffer b;
+    if ((kind != WidgetKind::Label && kind != WidgetKind::TextRoll)
+        || WidgetLine::parse(line, kind, b) != ParseStatus::Ok)
         return false;
-
-    const LineGrammar::Parts parts = LineGrammar::split(line);
-    const auto field = [&parts](int i) { return i < parts.fields.size() ? parts.fields.at(i) : QString(); };
-    widget->objectName = parts.objectName.trimmed();
-    widget->key = QLatin1String(WidgetKinds::info(kind).prefix) + QLatin1Char('_')
-                  + QString::number(LineGrammar::indexOfName(widget->objectName));
-    widget->writeAddress = quint16(LineGrammar::readHexOrNone(field(at.writeAddr)));
-    widget->fontId = int(qMin<qint64>(LineGrammar::readDecimal(field(at.fontId)), 0xFFFF));
-    widget->multiLanguage = LineGrammar::readDecimal(field(at.multiLanguage)) == 1;
+    widget->objectName = b.objectName();
+    widget->key = QLatin1String(WidgetKinds::info(kind).prefix) + QLatin1Char('_') + QString::number(b.index());
+    widget->writeAddress = quint16(b.number("writeAddr"));
+    widget->fontId = int(qBound<qint64>(0, b.number("fontID"), 0xFFFF));
+    widget->multiLanguage = b.isOn("multi-language");
     return true;
 }
 

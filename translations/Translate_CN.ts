@@ -1,6 +1,49 @@
 <?xml version='1.0' encoding='utf-8'?>
 <TS version="2.1" language="zh_CN" sourcelanguage="en_US">
 <context>
+    <name>vantile::Constanttextedit</name>
+    <message>
+        <source>Static Text Settings</source>
+        <translation>静态文本设置</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>添加</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>删除</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>确定</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Constant Num</source>
+        <translation>固定变量编号</translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation>文本</translation>
+    </message>
+    <message>
+        <source>Color</source>
+        <translation>颜色</translation>
+    </message>
+    <message>
+        <source>Font</source>
+        <translation>字库</translation>
+    </message>
+    <message>
+        <source>Some lines of the file are incomplete; what they hold is shown.</source>
+        <translation>文件中有些行不完整，已显示其中的内容。</translation>
+    </message>
+</context>
+<context>
     <name>vantile::DialogList</name>
     <message>
         <source>Action list</source>
@@ -327,6 +370,37 @@
     <message>
         <source>Cancel</source>
         <translation>取消</translation>
+    </message>
+</context>
+<context>
+    <name>vantile::LanguageTextEditor</name>
+    <message>
+        <source>LanguageTextEditor</source>
+        <translation>多国语言文本编辑</translation>
+    </message>
+    <message>
+        <source>LanguageTextEditor Page</source>
+        <translation>多国语言文本编辑 页面</translation>
+    </message>
+    <message>
+        <source>Load</source>
+        <translation>载入</translation>
+    </message>
+    <message>
+        <source>Save as</source>
+        <translation>另存为</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>确定</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Some lines of the file could not be read.</source>
+        <translation>文件中有些行无法读取。</translation>
     </message>
 </context>
 <context>
@@ -782,6 +856,10 @@
     <message>
         <source>Removed the leftover of an interrupted save: %1</source>
         <translation>已删除中断保存留下的临时文件：%1</translation>
+    </message>
+    <message>
+        <source>Multi-Language Text</source>
+        <translation>多国语言文本</translation>
     </message>
 </context>
 <context>

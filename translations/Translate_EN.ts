@@ -1,6 +1,49 @@
 <?xml version='1.0' encoding='utf-8'?>
 <TS version="2.1" language="en_US" sourcelanguage="en_US">
 <context>
+    <name>vantile::Constanttextedit</name>
+    <message>
+        <source>Static Text Settings</source>
+        <translation>Static Text Settings</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>Add</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Delete</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>Constant Num</source>
+        <translation>Constant Num</translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation>Text</translation>
+    </message>
+    <message>
+        <source>Color</source>
+        <translation>Color</translation>
+    </message>
+    <message>
+        <source>Font</source>
+        <translation>Font</translation>
+    </message>
+    <message>
+        <source>Some lines of the file are incomplete; what they hold is shown.</source>
+        <translation>Some lines of the file are incomplete; what they hold is shown.</translation>
+    </message>
+</context>
+<context>
     <name>vantile::DialogList</name>
     <message>
         <source>Action list</source>
@@ -327,6 +370,37 @@
     <message>
         <source>Cancel</source>
         <translation>Cancel</translation>
+    </message>
+</context>
+<context>
+    <name>vantile::LanguageTextEditor</name>
+    <message>
+        <source>LanguageTextEditor</source>
+        <translation>LanguageTextEditor</translation>
+    </message>
+    <message>
+        <source>LanguageTextEditor Page</source>
+        <translation>LanguageTextEditor Page</translation>
+    </message>
+    <message>
+        <source>Load</source>
+        <translation>Load</translation>
+    </message>
+    <message>
+        <source>Save as</source>
+        <translation>Save as</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>Some lines of the file could not be read.</source>
+        <translation>Some lines of the file could not be read.</translation>
     </message>
 </context>
 <context>
@@ -782,6 +856,10 @@
     <message>
         <source>Removed the leftover of an interrupted save: %1</source>
         <translation>Removed the leftover of an interrupted save: %1</translation>
+    </message>
+    <message>
+        <source>Multi-Language Text</source>
+        <translation>Multi-Language Text</translation>
     </message>
 </context>
 <context>

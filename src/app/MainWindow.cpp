@@ -3,7 +3,9 @@
 #include "app/Prompts.h"
 #include "app/TableView.h"
 #include "designer/CanvasWidgets.h"
+#include "editors/Constanttextedit.h"
 #include "editors/DialogList.h"
+#include "editors/LanguageTextEditor.h"
 #include "editors/DialogWdgVar.h"
 #include "editors/DialogProjectSetting.h"
 #include "project/AppPaths.h"
@@ -141,6 +143,7 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent)
     connect(this, &MainWindow::Update_to_DialogVarAddr, m_dialogWdgVar, &DialogWdgVar::VarAddr_Update_from_MainWindow);
     m_dialogList = new DialogList(this);
     connect(m_dialogList, &DialogList::Background_mask_Close_Signal_list, this, &MainWindow::Background_mask_Close);
+    setupTextEditors();
 
     retranslateForm();
     QMetaObject::connectSlotsByName(this);
@@ -234,6 +237,9 @@ bool MainWindow::switchLanguage(int index)
     m_dialogWdgVar->retranslate();
     m_dialogList->setLanguage(index);
     m_dialogList->retranslate();
+    m_languageTextEditor->retranslate();
+    m_constantTextEdit->retranslate();
+    m_actions.value(QStringLiteral("actionLanguage_Text"))->setText(tr("Multi-Language Text"));
     fillWidgetTable();
     if (m_selectedName == QLatin1String("label_Show"))
         fillPageRows();

@@ -44,6 +44,8 @@ class MakeBin;
 class DialogList;
 class DialogWdgVar;
 class DialogProjectSetting;
+class Constanttextedit;
+class LanguageTextEditor;
 
 class MainWindow : public QMainWindow
 {
@@ -106,6 +108,23 @@ public:
 
 signals:
     void Update_to_DialogVarAddr(int autoAddressMode);
+    // Opens the language editor on a page: its four digits.
+    void Update_to_DialogLanguage(const QString &page);
+
+public:
+    Constanttextedit *constantTextEditor() const { return m_constantTextEdit; }
+    LanguageTextEditor *languageTextEditor() const { return m_languageTextEditor; }
+    int languageCount() const { return m_languageCount; }
+
+public slots:
+    // The static text editor (Tool > Static Text) and the language editor
+    // of the page shown (Tool > Multi-Language Text).
+    void on_actionConstant_Label_triggered();
+    void on_actionLanguage_Text_triggered();
+    void Update_from_DialogLanguage(const QString &text);
+    void LanguageTextEdito_Close();
+    void Preview_from_constanttextedit(const QString &text, int colour, int fontId, int number);
+    void Update_from_constanttextedit(const QString &path);
 
 public:
     bool groupActive() const { return m_groupActive; }
@@ -410,6 +429,16 @@ private:
     DialogProjectSetting *m_dialogProjectSetting = nullptr;
     DialogList *m_dialogList = nullptr;
     DialogWdgVar *m_dialogWdgVar = nullptr;
+    Constanttextedit *m_constantTextEdit = nullptr;
+    LanguageTextEditor *m_languageTextEditor = nullptr;
+    // Puts the texts of the page's Statictexts in step with Constant_text.csv.
+    // A Statictext's text follows its entry of Constant_text.csv; returns
+    // the names of the lines it changed.
+    QStringList refreshStaticLines(QStringList &lines) const;
+    void refreshStaticTexts();
+    void setupTextEditors(); // MainWindowTexts.cpp
+    // After texts of the page's lines changed from a side editor.
+    void afterTextUpdate(const QStringList &changed);
     quint32 m_nextWriteAddress = 0;
     bool m_pasteAutoAddress = false;
 };

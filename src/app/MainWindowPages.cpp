@@ -176,6 +176,9 @@ void MainWindow::resetPageAttributes()
 void MainWindow::loadPage(const QString &path)
 {
     m_currentPageLines = readPageFile(path);
+    // static texts show their entry of the static text table as it is now
+    for (const QString &name : refreshStaticLines(m_currentPageLines))
+        log(QStringLiteral("Static text refreshed: ") + name);
     resetPageAttributes();
     for (const QString &line : m_currentPageLines)
         if (PageAttributes::isPageLine(line))

@@ -7,8 +7,11 @@
 #include "app/ParaDelegates.h"
 #include "app/Prompts.h"
 #include "app/TableView.h"
+#include "build/FontFile.h"
 #include "designer/CanvasWidgets.h"
+#include "project/TextTables.h"
 #include "widgets/WidgetLine.h"
+#include "widgets/WordTables.h"
 
 #include <QCursor>
 #include <QDir>
@@ -18,7 +21,36 @@
 #include <QStandardItemModel>
 #include <QTableView>
 
+#include <functional>
+
 namespace vantile {
+
+// A chosen font file decides the rows that describe it: the encoding, and
+// the character size where the kind shows one. A file that is no font
+// leaves them and says why in the log.
+static void takeFontHeader(QStandardItemModel *model, const KindDef &def, const QString &path,
+                           const std::function<void(const QString &)> &log)
+{
+    const FontFile::HeaderRead read = FontFile::readHeader(path);
+    if (!read.ok()) {
+        const QString why = read.status == FontFile::HeaderRead::Short
+                                ? QStringLiteral("%1 bytes, a font file has at least %2 bytes")
+                                      .arg(read.fileSize).arg(FontFile::kMinFileSize)
+                                : read.reason;
+        log(path + QStringLiteral(": not a font file: ") + why);
+        return;
+    }
+    const auto set = [&](const char *key, const QString &text) {
+        const FieldDef *f = def.find(key);
+        if (f && f->hasRow())
+            model->setData(model->index(f->row, 1), text);
+    };
+    const int encoding = read.header.encoding();
+    const QString word = WordTables::encoding.wordOf(encoding);
+    set("encoding", word.isEmpty() ? QString::number(encoding) : word);
+    set("fontWidth", QString::number(read.header.width));
+    set("fontHeight", QString::number(read.header.height));
+}
 
 void MainWindow::setupParaTable()
 {
@@ -108,6 +140,9 @@ void MainWindow::on_tableView_Para_doubleClicked(const QModelIndex &index)
         if (result.isEmpty())
             return; // a dismissed editor changes nothing
         m_paraModel->setData(index, result);
+        if (field->editor == Editor::FontFile)
+            takeFontHeader(m_paraModel, *def, m_projectDir + QStringLiteral("FontBin/") + result,
+                           [this](const QString &line) { log(line); });
         applyWidgetRows();
         return;
     }
@@ -300,9 +335,22 @@ QString MainWindow::widgetEditorResult(const FieldDef &field, const QModelIndex 
         return chosen.startsWith(QLatin1String("NoFont")) ? QString() : chosen;
     }
     case Editor::ConstantText: {
-        const QString chosen = Prompts::chooseWord(
-            this, {QStringLiteral("NoConstant_Num1"), QStringLiteral("NoConstant_Num2")}, at);
-        return chosen.startsWith(QLatin1String("NoConstant")) ? QString() : chosen;
+        // the entries of Constant_text.csv as "N:text"; the row takes N and
+        // the widget's text follows the entry
+        const TextTables::ConstantRead read =
+            TextTables::readConstantText(TextTables::constantTextPath(m_projectDir), 1);
+        QStringList entries = TextTables::constantMenu(read.entries);
+        if (entries.isEmpty())
+            entries = QStringList{QStringLiteral("NoConstant_Num1"), QStringLiteral("NoConstant_Num2")};
+        const int number = TextTables::constantMenuNumber(Prompts::chooseWord(this, entries, at));
+        QString text;
+        if (number <= 0 || !TextTables::constantText(read.entries, number, &text))
+            return QString();
+        const KindDef *def = m_editBuffer.definition();
+        if (const FieldDef *f = def ? def->find("defaultText") : nullptr)
+            if (f->hasRow())
+                m_paraModel->setData(m_paraModel->index(f->row, 1), text);
+        return QString::number(number);
     }
     case Editor::Colour: {
         const quint32 rgb = quint32(index.data().toString().mid(2).toUInt(nullptr, 16));

@@ -1,5 +1,6 @@
 #include "designer/CanvasWidgets.h"
 
+#include "designer/TextRenderers.h"
 #include "designer/WidgetLook.h"
 #include "project/MediaFiles.h"
 #include "widgets/WidgetLine.h"
@@ -35,6 +36,34 @@ protected:
         WidgetLook::paintNameTag(p, contentsRect(), objectName());
     }
 };
+
+// Kinds whose picture is rendered from their fields rather than read from
+// a file: the text and number kinds.
+struct RendererEntry {
+    WidgetKind kind;
+    TextRenderers::Renderer render;
+};
+constexpr RendererEntry kRenderers[] = {
+    {WidgetKind::Label, TextRenderers::renderLabel},
+    {WidgetKind::Statictext, TextRenderers::renderLabel},
+    {WidgetKind::TextRoll, TextRenderers::renderTextRoll},
+    {WidgetKind::Number, TextRenderers::renderNumber},
+    {WidgetKind::PngNumber, TextRenderers::renderPngNumber},
+};
+
+TextRenderers::Renderer rendererOf(WidgetKind kind)
+{
+    for (const RendererEntry &e : kRenderers)
+        if (e.kind == kind)
+            return e.render;
+    return nullptr;
+}
+
+QImage zoomed(const QImage &image, float zoom)
+{
+    return image.scaled(int(image.width() * zoom), int(image.height() * zoom), Qt::IgnoreAspectRatio,
+                        Qt::SmoothTransformation);
+}
 
 } // namespace
 
@@ -145,13 +174,19 @@ int CanvasWidgets::count() const
     return n;
 }
 
-QSize CanvasWidgets::paint(QLabel *label, const EditBuffer &widget, float zoom, const QString &projectDir) const
+QSize CanvasWidgets::paint(QLabel *label, const EditBuffer &widget, float zoom, const QString &projectDir,
+                            QString *problem) const
 {
     QRect r = scaled(widget.rect(), zoom);
     QSize pictureSize;
     const PictureField pf = pictureField(widget.kind());
     label->setPixmap(QPixmap());
-    if (pf.key) {
+    if (const TextRenderers::Renderer render = rendererOf(widget.kind())) {
+        // drawn at the widget's own size, which it keeps
+        const QImage image = render(widget, projectDir, problem);
+        if (!image.isNull() && zoom > 0)
+            label->setPixmap(QPixmap::fromImage(zoomed(image, zoom)));
+    } else if (pf.key) {
         const QString file = widget.text(pf.key);
         if (!file.isEmpty()) {
             // the guarded reader: names stay in their folder, no giant pictures decoded
@@ -159,8 +194,7 @@ QSize CanvasWidgets::paint(QLabel *label, const EditBuffer &widget, float zoom, 
             const QSize panel = zoom > 0 ? m_canvas->size() / zoom : QSize();
             const QImage img = path.isEmpty() ? QImage() : MediaFiles::readPicture(path, panel);
             if (img.width() > 0) {
-                const QImage s = img.scaled(int(img.width() * zoom), int(img.height() * zoom),
-                                            Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+                const QImage s = zoomed(img, zoom);
                 label->setPixmap(QPixmap::fromImage(s));
                 r.setSize(s.size());
                 pictureSize = QSize(int(s.width() / zoom), int(s.height() / zoom));
@@ -193,10 +227,11 @@ QString CanvasWidgets::load(const QString &line, float zoom, const QString &proj
     label->setAutoFillBackground(true);
     label->setAttribute(Qt::WA_DeleteOnClose);
     label->setStyleSheet(WidgetLook::style(widget));
-    paint(label, widget, zoom, projectDir);
+    QString problem;
+    paint(label, widget, zoom, projectDir, &problem);
     label->show();
     table.put(widget.index(), label);
-    return QString();
+    return problem;
 }
 
 } // namespace vantile

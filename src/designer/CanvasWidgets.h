@@ -27,7 +27,8 @@ public:
 
     void clear();
     // Builds the label of a widget line. Returns an error text for the log
-    // ("Error button index:128"), empty otherwise; lines of kinds whose
+    // ("Error button index:128", or a damaged font the widget names),
+    // empty otherwise; lines of kinds whose
     // fields are not described yet are kept but show nothing.
     QString load(const QString &line, float zoom, const QString &projectDir);
     QLabel *find(const QString &objectName) const;
@@ -42,8 +43,11 @@ public:
 
     // Puts the label of a parsed widget at its scaled rectangle and paints
     // its picture, if the kind has one. Returns the picture's size in panel
-    // pixels when one was painted (the widget then takes that size).
-    QSize paint(QLabel *label, const EditBuffer &widget, float zoom, const QString &projectDir) const;
+    // pixels when one was painted (the widget then takes that size). The
+    // text and number kinds render at their own size and return none;
+    // *problem names a font or picture they could not use.
+    QSize paint(QLabel *label, const EditBuffer &widget, float zoom, const QString &projectDir,
+                QString *problem = nullptr) const;
 
     // The picture a kind shows on the canvas: the field that names it and
     // the folder it lies in; empty key for kinds that draw nothing of their own.

@@ -181,7 +181,7 @@ void DialogProjectSetting::buildForm()
                                 3);
     comboBox_SPage = comboBox("comboBox_SPage", {QStringLiteral("Page0000"), QStringLiteral("Page0001")}, 0);
     lineEdit_LangueNum = lineEdit("lineEdit_LangueNum");
-    validate(lineEdit_LangueNum, QStringLiteral("^[1-9][0-9]{1,8}$"));
+    validate(lineEdit_LangueNum, QStringLiteral("^[1-9][0-9]{0,8}$"));
     comboBox_NdlDType = comboBox("comboBox_NdlDType", {QStringLiteral("aRGB4444"), QStringLiteral("aRGB4444 Zip")}, 0);
     lineEdit_GeData = lineEdit("lineEdit_GeData");
 

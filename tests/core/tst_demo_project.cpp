@@ -1,17 +1,22 @@
 // The demo project in examples/demo is consistent: its page list, its
-// pictures, its page files and its settings read back as a designer needs.
+// pictures, its page files and its settings read back as a designer needs,
+// and it builds without complaints.
 // Regenerate it with scripts/make-demo when one of these fails.
 
+#include "build/MakeBin.h"
 #include "project/PageList.h"
 #include "project/ProjectSettings.h"
 #include "project/TextFiles.h"
+#include "widgets/WidgetLine.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 #include <QImage>
 #include <QRegularExpression>
 #include <QSet>
+#include <QTemporaryDir>
 #include <QtTest>
 
 using namespace vantile;
@@ -112,8 +117,49 @@ private slots:
         QVERIFY(!s.readIni(bytes, m_pages.size()).startPageOverflow);
         QVERIFY(s.canvasSize() == QSize(800, 480) && s.panelType == 3 && s.startPage < m_pages.size());
         QCOMPARE(s.compileDateTime, QDateTime(QDate(2025, 1, 1), QTime(8, 0, 0)));
+        QCOMPARE(s.languageNum, QStringLiteral("2"));
         // in the form the designer writes: reading and writing it changes nothing
         QCOMPARE(s.toIni(), bytes);
+    }
+    void widgetLinesComeFromTheModel()
+    {
+        // each line reads with its kind's fields and writes back as it stands; variables don't overlap
+        QMultiMap<qint64, qint64> spans; // first word -> one past the last
+        for (int i = 0; i < m_pages.size(); ++i) {
+            const QString cfg = demoDir() + "Plugin/Page" + PageList::pageId(i) + ".cfg";
+            for (const QString &line : TextFiles::readLines(cfg)) {
+                EditBuffer b;
+                const bool ok = WidgetLine::parse(line, b) == ParseStatus::Ok && WidgetLine::write(b) == line;
+                QVERIFY2(ok, qPrintable(line));
+                const qint64 at = b.has("writeAddr") ? b.number("writeAddr") : 0xFFFF;
+                if (at != 0xFFFF)
+                    spans.insert(at, at + (b.has("wordLength") ? b.number("wordLength") : 1));
+            }
+        }
+        QVERIFY(spans.size() >= 12 && spans.firstKey() >= 0x1000 && spans.lastKey() < 0x7000);
+        for (auto it = spans.cbegin(); std::next(it) != spans.cend(); ++it)
+            QVERIFY2(it.value() <= std::next(it).key(), qPrintable(QString::number(it.key(), 16)));
+    }
+
+    void buildsWithoutComplaints()
+    {
+        QTemporaryDir tmp; // the build writes into the project
+        for (QDirIterator it(demoDir(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories); it.hasNext();) {
+            const QString rel = QDir(demoDir()).relativeFilePath(it.next());
+            QVERIFY(QDir(tmp.path()).mkpath(QFileInfo(rel).path()) && QFile::copy(it.filePath(), tmp.filePath(rel)));
+        }
+        const ProjectLoad load = loadProject(tmp.filePath("demo.uiprj"));
+        QVERIFY2(load.ok, qPrintable(load.reason));
+        MakeBin driver;
+        installStandardBuild(driver);
+        const BuildResult r = driver.run(load.input, {QDateTime(QDate(2026, 1, 1), QTime(0, 0))});
+        QVERIFY(r.imageWritten && !r.overFlash);
+        QVERIFY2(r.complaints().isEmpty(), qPrintable(r.complaints().join('\n')));
+        // languages: a table of 2 x 8 bytes, 4 bytes and the text for each of HOME SETTINGS TREND STANDBY,
+        // RUN HOURS, the 39-letter ticker; in Chinese (2 bytes a character) 4 titles of 2, then 4 and 11
+        QCOMPARE(r.directory.value(BlockDirectory::FontCount), 3u);
+        QCOMPARE(r.directory.value(BlockDirectory::StaticTextCount), 1u);
+        QCOMPARE(r.directory.value(BlockDirectory::LanguageCount), 16u + (8 + 12 + 9 + 11 + 13 + 43) + (32 + 12 + 26u));
     }
 };
 

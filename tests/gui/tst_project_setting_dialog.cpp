@@ -295,7 +295,7 @@ private slots:
             QValidator::State state;
         } cases[] = {
             {"lineEdit_LangueNum", "0", I},          {"lineEdit_LangueNum", "05", I},
-            {"lineEdit_LangueNum", "1", M},          {"lineEdit_LangueNum", "12", A},
+            {"lineEdit_LangueNum", "1", A},          {"lineEdit_LangueNum", "12", A}, // one language can be typed
             {"lineEdit_LangueNum", "123456789", A},  {"lineEdit_LangueNum", "1234567890", I}, // 1 + 8 digits at most
             {"lineEdit_DevAddr", "0x1F", A},         {"lineEdit_DevAddr", "0XaB", A},
             {"lineEdit_DevAddr", "0x1G", I},         {"lineEdit_DevAddr", "0x01,0x02", I},

@@ -2,32 +2,46 @@
 //
 //   vantile-make-demo <directory>
 //
-// The project is "demo": demo.uiprj (page list), demo.ini (settings), the
-// nine project folders, one empty page file per page in Plugin/, and the
-// page pictures in Picture/, all drawn here. Text on the pictures uses a
-// built-in 5x7 dot font, so no installed font is involved, and every run
-// gives the same bytes.
+// The project is "demo": demo.uiprj (page list), demo.ini (settings, two
+// languages), the nine project folders, the page pictures in Picture/ and
+// the digit pictures of a picture number in Icon/, all drawn here, the
+// widgets of each page in Plugin/, three bitmap fonts in FontBin/ made by
+// our font maker from installed families, the static text table and the
+// language tables. Text on the pictures uses a built-in 5x7 dot font; the
+// widgets' texts use the fonts. Every run gives the same bytes.
 
+#include "build/FontFile.h"
+#include "build/FontMaker.h"
+#include "build/PageChecks.h"
 #include "project/PageList.h"
 #include "project/ProjectSettings.h"
 #include "project/TextFiles.h"
+#include "widgets/LineGrammar.h"
+#include "widgets/WidgetKinds.h"
+#include "widgets/WidgetLine.h"
+#include "widgets/WriteAddress.h"
 
 #include <QBuffer>
 #include <QConicalGradient>
-#include <QCoreApplication>
 #include <QDate>
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
+#include <QFontDatabase>
+#include <QGuiApplication>
 #include <QImage>
 #include <QLinearGradient>
 #include <QPainter>
 #include <QPainterPath>
 #include <QRadialGradient>
+#include <QSet>
 #include <QTime>
 #include <QtMath>
 
 #include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <deque>
 
 using namespace vantile;
 
@@ -187,8 +201,8 @@ void drawField(QPainter &p, const QRect &r, const QColor &fill, const QColor &bo
 }
 
 // The title bar of every page: a dark gradient band, an accent line, a
-// round mark, the title and a frame for the clock.
-void drawHeader(QPainter &p, const QString &title, const QColor &accent)
+// round mark and a frame for the clock. The title is a label widget.
+void drawHeader(QPainter &p, const QColor &accent)
 {
     const QRect bar(0, 0, W, 52);
     QLinearGradient g(bar.topLeft(), bar.bottomLeft());
@@ -207,7 +221,6 @@ void drawHeader(QPainter &p, const QString &title, const QColor &accent)
     p.setPen(Qt::NoPen);
     p.setBrush(accent);
     p.drawEllipse(QPointF(30, 26), 5, 5);
-    drawText(p, 56, 16, title, 3, QColor(0xe8, 0xf1, 0xfa));
 
     drawField(p, QRect(620, 11, 164, 30), QColor(0x0c, 0x16, 0x22), QColor(0x35, 0x50, 0x70));
     // small status dots left of the clock
@@ -363,7 +376,7 @@ QImage drawHome()
     p.fillRect(img.rect(), glow);
 
     const QColor accent(0x00, 0xb4, 0xd8);
-    drawHeader(p, QStringLiteral("HOME"), accent);
+    drawHeader(p, accent);
 
     drawGauge(p, QPointF(150, 172), 0.62, QColor(0x00, 0xc8, 0xf0), QStringLiteral("TEMPERATURE"),
               QStringLiteral("C"));
@@ -463,7 +476,7 @@ QImage drawSettings()
     p.fillRect(img.rect(), bg);
 
     const QColor accent(0x25, 0x86, 0xd9);
-    drawHeader(p, QStringLiteral("SETTINGS"), accent);
+    drawHeader(p, accent);
 
     // side menu
     const QRect side(0, 52, 190, H - 52);
@@ -484,7 +497,7 @@ QImage drawSettings()
         drawText(p, 54, r.center().y() - 6, QString::fromLatin1(items[i]), 2,
                  i == 0 ? QColor(0xf2, 0xf6, 0xfa) : QColor(0xa8, 0xb7, 0xc6));
     }
-    drawText(p, 95, 448, QStringLiteral("V1.00"), 2, QColor(0x5b, 0x6f, 0x84), Align::Center);
+    // the version line below the menu is a static text widget
 
     // display card: two sliders with value frames
     const QColor frameFill(0xf5, 0xf8, 0xfb);
@@ -540,7 +553,7 @@ QImage drawTrend()
     p.fillRect(img.rect(), bg);
 
     const QColor accent(0x9b, 0x59, 0xd6);
-    drawHeader(p, QStringLiteral("TREND"), accent);
+    drawHeader(p, accent);
 
     const QRect chart(70, 74, 684, 300); // 12 x 5 divisions of 57 x 60
     softShadow(p, chart, 6, 90);
@@ -617,6 +630,341 @@ QImage drawTrend()
 }
 
 // ---------------------------------------------------------------------------
+// Icon/: the ten digit pictures of the standby page's picture number, a dot
+// matrix in the style of the pictures' own lettering. Numbered by the icon
+// rule, four digits first: 0000 shows "0", ..., 0009 shows "9".
+
+const int kDigitW = 48;
+const int kDigitH = 72;
+const int kDigitPitch = 8;
+
+QImage drawDigit(int digit)
+{
+    QImage img(kDigitW, kDigitH, QImage::Format_ARGB32);
+    img.fill(Qt::transparent);
+    QPainter p(&img);
+    p.setRenderHint(QPainter::Antialiasing, true);
+    p.setPen(Qt::NoPen);
+    const Glyph *g = glyphFor(QLatin1Char(char('0' + digit)));
+    const int left = (kDigitW - 5 * kDigitPitch) / 2;
+    const int top = (kDigitH - 7 * kDigitPitch) / 2;
+    for (int row = 0; row < 7; ++row) {
+        for (int col = 0; col < 5; ++col) {
+            const QRectF cell(left + col * kDigitPitch + 0.5, top + row * kDigitPitch + 0.5, kDigitPitch - 1,
+                              kDigitPitch - 1);
+            const bool lit = g->rows[row][col] == '#';
+            p.setBrush(lit ? QColor(0x00, 0xc8, 0xf0) : QColor(0x2c, 0x48, 0x66, 90));
+            p.drawRoundedRect(cell, 2, 2);
+        }
+    }
+    return img;
+}
+
+QString digitIcon(int digit)
+{
+    return QStringLiteral("%1_digit%2.png").arg(digit, 4, 10, QLatin1Char('0')).arg(digit);
+}
+
+// ---------------------------------------------------------------------------
+// Messages and failures of the generator.
+
+[[noreturn]] void fail(const QString &why)
+{
+    std::fprintf(stderr, "vantile-make-demo: %s\n", qPrintable(why));
+    std::exit(1);
+}
+
+// ---------------------------------------------------------------------------
+// FontBin/: bitmap fonts made by our font maker from installed families.
+
+struct DemoFont {
+    int id;
+    const char *name;   // the file is NN_<name>Font.bin
+    const char *family; // an installed family (Debian: fonts-dejavu-core, fonts-noto-cjk)
+    int pixelSize;
+    int bits;           // depth
+    bool bold;
+    bool chinese;       // GB2312, else ASCII
+};
+
+enum : int { kBodyFont = 0, kReadoutFont = 1, kTextFont = 2 };
+
+const DemoFont kFonts[] = {
+    {kBodyFont, "DejaVuSans18", "DejaVu Sans", 18, 4, false, false},
+    {kReadoutFont, "DejaVuSansBold24", "DejaVu Sans", 24, 4, true, false},
+    {kTextFont, "NotoSansSC20", "Noto Sans CJK SC", 20, 1, false, true},
+};
+
+// A GB2312 font runs from 0x20 to the highest code of the Chinese texts:
+// every code between has its record, but only ASCII and the characters of
+// `chinese` get a glyph; the others are left empty, which keeps the file
+// to what the demo shows (and compresses to almost nothing).
+QByteArray makeFont(const DemoFont &f, const QString &chinese)
+{
+    if (!QFontDatabase().families().contains(QLatin1String(f.family)))
+        fail(QStringLiteral("the font family \"%1\" is not installed").arg(QLatin1String(f.family)));
+    FontMaker::Options o;
+    o.family = QLatin1String(f.family);
+    o.pixelSize = f.pixelSize;
+    o.depthBits = f.bits;
+    o.bold = f.bold;
+    QSet<int> shown;
+    for (int c = FontFile::kAsciiFirst; c < FontFile::kAsciiFirst + FontFile::kAsciiCount; ++c)
+        shown.insert(c);
+    if (f.chinese) {
+        o.encoding = QStringLiteral("GB2312");
+        for (int code : FontFile::codesOf(chinese, 0)) {
+            if (code < 0x80)
+                continue;
+            if (FontMaker::characterOf(code, 0).isEmpty())
+                fail(QStringLiteral("code 0x%1 of the Chinese texts is no GB2312 character").arg(code, 0, 16));
+            shown.insert(code);
+            o.lastCode = qMax(o.lastCode, code);
+        }
+    }
+    QString error;
+    QByteArray bytes = FontMaker::make(o, &error);
+    FontFile::Header h;
+    if (bytes.isEmpty() || !FontFile::Header::parse(bytes, &h))
+        fail(QStringLiteral("font %1: %2").arg(QLatin1String(f.name), error));
+    for (int code = h.firstCode; code <= h.lastCode; ++code) {
+        const qint64 at = h.recordOffset(code);
+        if (!shown.contains(code) && at >= 0)
+            std::memset(bytes.data() + at, 0, size_t(h.recordBytes()));
+    }
+    return bytes;
+}
+
+// ---------------------------------------------------------------------------
+// Plugin/: the widgets of each page, made as the designer makes them: a
+// new widget of the kind at its rectangle, the next free write address for
+// the kinds that take one, then the rows the user would edit. Every line
+// comes from the widget model, never from a hand-written string.
+
+// The project's two languages: 0 English (the widgets' own texts), 1 Chinese.
+struct Words {
+    const char *en;
+    const char *zh;
+};
+
+const Words kHomeTitle = {"HOME", "主页"};
+const Words kSettingsTitle = {"SETTINGS", "设置"};
+const Words kTrendTitle = {"TREND", "趋势"};
+const Words kStandbyTitle = {"STANDBY", "待机"};
+const Words kRunHours = {"RUN HOURS", "运行小时"};
+const Words kTicker = {"SYSTEM READY - TOUCH HERE TO WAKE IT UP", "系统就绪，触摸此处唤醒"};
+// Constant_text.csv: entry 1, shown by the settings page's static text.
+const Words kVersion = {"Firmware V1.00", "固件版本 V1.00"};
+
+const Words *const kAllWords[] = {&kHomeTitle, &kSettingsTitle, &kTrendTitle, &kStandbyTitle,
+                                  &kRunHours,  &kTicker,        &kVersion};
+
+// Alignment numbers of the label and number kinds.
+enum : int { kLeft = 0, kMiddle = 1 };
+
+const quint32 kFirstWriteAddress = 0x1000;
+
+QString pageRef(int row) { return QStringLiteral("Page") + PageList::pageId(row); }
+
+class PageMaker
+{
+public:
+    PageMaker(quint32 &nextAddress, const QVector<FontFile::Header> &fonts)
+        : m_next(nextAddress), m_fonts(fonts)
+    {
+    }
+
+    // A dropped widget: the lowest free slot of its kind (labels and static
+    // texts share theirs) and, for the kinds that take one, the next address.
+    EditBuffer &add(WidgetKind kind, const QRect &r)
+    {
+        int &slot = m_slots[QLatin1String(WidgetKinds::info(kind).prefix)];
+        m_widgets.push_back(WidgetLine::createNew(kind, quint32(slot++), r));
+        EditBuffer &b = m_widgets.back();
+        if (const int step = WriteAddress::dropStep(kind)) {
+            quint32 at = m_next;
+            WriteAddress::assign(b, at);
+            m_next += quint32(step);
+        }
+        return b;
+    }
+
+    // A field set as its line holds it ("Enable", "0x00C8F0", "Middle", "1").
+    static void set(EditBuffer &b, const char *key, const QString &lineForm)
+    {
+        const KindDef *def = b.definition();
+        const int i = def ? def->indexOf(key) : -1;
+        if (i < 0)
+            fail(b.objectName() + QStringLiteral(" has no field ") + QLatin1String(key));
+        b.setValue(i, WidgetLine::readLineText(def->fields[i], lineForm));
+    }
+    static void set(EditBuffer &b, const char *key, qint64 value) { set(b, key, QString::number(value)); }
+
+    void useFont(EditBuffer &b, int id) const
+    {
+        const FontFile::Header &h = m_fonts.at(id);
+        set(b, "fontID", id);
+        set(b, "fontWidth", h.width);
+        if (b.has("fontHeight"))
+            set(b, "fontHeight", h.height);
+        set(b, "encoding", h.encoding());
+    }
+
+    EditBuffer &label(const QRect &r, int font, const char *colour, int alignment, const QString &text)
+    {
+        EditBuffer &b = add(WidgetKind::Label, r);
+        useFont(b, font);
+        set(b, "fontColor", QLatin1String(colour));
+        set(b, "alignment", alignment);
+        set(b, "defaultText", text);
+        return b;
+    }
+
+    // A label in both languages: its own text is the first, the language
+    // table holds both.
+    EditBuffer &label(const QRect &r, const char *colour, int alignment, const Words &words)
+    {
+        EditBuffer &b = label(r, kTextFont, colour, alignment, QString::fromUtf8(words.en));
+        translate(b, words);
+        return b;
+    }
+
+    // The page's title in the header band, where the pictures leave room.
+    void title(const Words &words) { label(QRect(56, 14, 300, 24), "0xE8F1FA", kLeft, words); }
+
+    EditBuffer &number(const QRect &r, int font, const char *colour, int digits, int decimals, const char *value,
+                       const char *unit = "")
+    {
+        EditBuffer &b = add(WidgetKind::Number, r);
+        useFont(b, font);
+        set(b, "fontColor", QLatin1String(colour));
+        set(b, "alignment", kMiddle);
+        set(b, "integerDigit", digits);
+        set(b, "decimalDigit", decimals);
+        set(b, "defaultNumber", QLatin1String(value));
+        set(b, "unitSymbol", QLatin1String(unit));
+        set(b, "unitSymbol_length", qint64(qstrlen(unit)));
+        return b;
+    }
+
+    // A button that reports `code` to the host (0: reports nothing) and
+    // goes to page `gotoRow` on release (-1: stays).
+    EditBuffer &button(const QRect &r, quint16 code, int gotoRow = -1)
+    {
+        EditBuffer &b = add(WidgetKind::Button, r);
+        if (code) {
+            set(b, "returnValue", LineGrammar::hex16(code));
+            set(b, "reportToHost", QStringLiteral("Enable"));
+        }
+        if (gotoRow >= 0)
+            set(b, "pageGoto", pageRef(gotoRow));
+        return b;
+    }
+
+    void translate(EditBuffer &b, const Words &words)
+    {
+        set(b, "multi-language", 1);
+        m_languageRows << QStringList{b.objectName(), LineGrammar::hex16(quint32(b.number("writeAddr"))),
+                                      QString::number(b.number("wordLength")), QString::fromUtf8(words.en),
+                                      QString::fromUtf8(words.zh)}
+                              .join(QLatin1Char(','));
+    }
+
+    // The page file's lines with the overlap groups a build would give them,
+    // so that building the demo leaves its page files as they are.
+    QStringList lines(int chipIndex) const
+    {
+        QStringList lines;
+        for (const EditBuffer &b : m_widgets)
+            lines << WidgetLine::write(b);
+        return PageChecks::assignGroups(lines, chipIndex);
+    }
+
+    // MultiLanguage/PageNNNN.csv: key, WriteAddr, WordLength, one text per language.
+    QStringList languageRows() const { return m_languageRows; }
+
+private:
+    quint32 &m_next;
+    const QVector<FontFile::Header> &m_fonts;
+    std::deque<EditBuffer> m_widgets; // references stay valid while pages grow
+    QHash<QString, int> m_slots;
+    QStringList m_languageRows;
+};
+
+// Page 0: a readout in each gauge's frame, the four action tiles, the tabs.
+void makeHome(PageMaker &m)
+{
+    m.title(kHomeTitle);
+    const struct {
+        int centreX;
+        const char *colour;
+        int digits, decimals;
+        const char *value;
+    } gauges[3] = {{150, "0x00C8F0", 3, 1, "62.0"}, {400, "0x2ED573", 2, 1, "4.5"}, {650, "0xFF9F1C", 3, 1, "81.0"}};
+    for (const auto &g : gauges) // the frame is 76 x 30 about (x, 172)
+        m.number(QRect(g.centreX - 36, 159, 72, 24), kReadoutFont, g.colour, g.digits, g.decimals, g.value);
+    for (int i = 0; i < 4; ++i) // START, STOP, RESET, ALARM report 1 to 4
+        m.button(QRect(30 + i * 190, 322, 170, 78), quint16(i + 1));
+    m.button(QRect(266, 425, 266, 55), 0, 1); // SETTINGS tab
+    m.button(QRect(532, 425, 268, 55), 0, 2); // TREND tab
+}
+
+// Page 1: the two slider values, the baud rate, the version, the switches.
+void makeSettings(PageMaker &m)
+{
+    m.title(kSettingsTitle);
+    m.number(QRect(668, 144, 84, 22), kBodyFont, "0x3A4B5E", 3, 0, "70", "%");
+    m.number(QRect(668, 202, 84, 22), kBodyFont, "0x3A4B5E", 3, 0, "35", "s");
+    m.label(QRect(541, 339, 170, 20), kBodyFont, "0x3A4B5E", kLeft, QStringLiteral("115200"));
+
+    EditBuffer &version = m.add(WidgetKind::Statictext, QRect(10, 437, 170, 22));
+    m.useFont(version, kBodyFont);
+    PageMaker::set(version, "fontColor", QStringLiteral("0x8A9DB1"));
+    PageMaker::set(version, "alignment", kMiddle);
+    PageMaker::set(version, "Constant_Num", 1);
+    PageMaker::set(version, "defaultText", QString::fromUtf8(kVersion.en));
+
+    m.button(QRect(402, 304, 62, 30), 0x0011); // KEY BEEP switch
+    m.button(QRect(402, 354, 62, 30), 0x0012); // ALARM TONE switch
+    m.button(QRect(520, 420, 120, 44), 0x0010); // SAVE
+    m.button(QRect(658, 420, 120, 44), 0, 0);   // BACK to the home page
+}
+
+// Page 2: the paging buttons below the chart.
+void makeTrend(PageMaker &m)
+{
+    m.title(kTrendTitle);
+    m.button(QRect(584, 414, 76, 44), 0, 0); // "<" home
+    m.button(QRect(678, 414, 76, 44), 0, 3); // ">" standby
+}
+
+// Page 3, a plain colour: the run hours in digit pictures, and a scrolling
+// line in a band that is a button back to the home page.
+void makeStandby(PageMaker &m)
+{
+    m.label(QRect(250, 96, 300, 24), "0xE8F1FA", kMiddle, kStandbyTitle);
+    m.label(QRect(250, 170, 300, 24), "0x8AA0B6", kMiddle, kRunHours);
+
+    EditBuffer &hours = m.add(WidgetKind::PngNumber, QRect(280, 204, 5 * kDigitW, kDigitH));
+    PageMaker::set(hours, "integerDigit", 5);
+    PageMaker::set(hours, "dataType", QStringLiteral("ushort"));
+    PageMaker::set(hours, "alignment", QStringLiteral("Middle"));
+    PageMaker::set(hours, "firstIcon", digitIcon(0));
+    PageMaker::set(hours, "lastIcon", digitIcon(9));
+    PageMaker::set(hours, "defaultNumber", QStringLiteral("1280"));
+
+    EditBuffer &ticker = m.add(WidgetKind::TextRoll, QRect(0, 400, W, 28));
+    m.useFont(ticker, kTextFont);
+    PageMaker::set(ticker, "fontColor", QStringLiteral("0xE8F1FA"));
+    PageMaker::set(ticker, "backgroundColor", QStringLiteral("0x0C1620"));
+    PageMaker::set(ticker, "interval", 5);
+    PageMaker::set(ticker, "defaultText", QString::fromUtf8(kTicker.en));
+    m.translate(ticker, kTicker);
+
+    m.button(QRect(0, 384, W, 60), 0, 0);
+}
+
+// ---------------------------------------------------------------------------
 // Writing.
 
 QByteArray encodeImage(const QImage &img, const char *format, int quality)
@@ -653,6 +1001,27 @@ const PicturePage kPictures[] = {
     {"0002_trend.jpg", "Trend", drawTrend, "JPEG", 90},
 };
 
+// FontBin/LICENSE-fonts.txt
+const char kFontLicence[] =
+    "The font files in this folder are bitmap renderings of outline fonts,\n"
+    "made by Vantile's font maker (tools/demo/make_demo.cpp, through\n"
+    "src/build/FontMaker) from the fonts installed by Debian's packages.\n"
+    "Only the characters the demo shows carry glyphs.\n"
+    "\n"
+    "00_DejaVuSans18Font.bin, 01_DejaVuSansBold24Font.bin\n"
+    "  rendered from DejaVu Sans and DejaVu Sans Bold (package fonts-dejavu-core).\n"
+    "  Copyright (c) 2003 by Bitstream, Inc. All Rights Reserved. Bitstream Vera\n"
+    "  is a trademark of Bitstream, Inc. DejaVu changes are in public domain.\n"
+    "  Licence: the Bitstream Vera font licence (\"bitstream-vera\"), under which\n"
+    "  the DejaVu fonts are distributed; its text is in\n"
+    "  /usr/share/doc/fonts-dejavu-core/copyright.\n"
+    "\n"
+    "02_NotoSansSC20Font.bin\n"
+    "  rendered from Noto Sans CJK SC (package fonts-noto-cjk).\n"
+    "  Copyright 2010-2012, Google Corporation.\n"
+    "  Licence: SIL Open Font License, Version 1.1 (\"SIL-1.1\"); its text is in\n"
+    "  /usr/share/doc/fonts-noto-cjk/copyright.\n";
+
 const char *const kFolders[] = {"Picture", "FontBin", "Gif",   "Icon",         "Music",
                                 "Plugin",  "Video",   "WavBin", "MultiLanguage"};
 
@@ -660,24 +1029,27 @@ const char *const kFolders[] = {"Picture", "FontBin", "Gif",   "Icon",         "
 
 int main(int argc, char *argv[])
 {
-    QCoreApplication app(argc, argv);
+    // the fonts are rendered by Qt's font engine, which needs no display
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QGuiApplication app(argc, argv);
     const QStringList args = app.arguments();
     if (args.size() != 2 || args[1].startsWith(QLatin1Char('-'))) {
         std::fprintf(stderr, "usage: vantile-make-demo <directory>\n"
-                             "Writes the demo project (demo.uiprj, demo.ini, folders, pictures).\n");
+                             "Writes the demo project (demo.uiprj, demo.ini, folders, pictures, fonts, pages).\n");
         return 2;
     }
     QDir dir(args[1]);
-    if (!dir.mkpath(QStringLiteral("."))) {
-        std::fprintf(stderr, "vantile-make-demo: cannot make %s\n", qPrintable(args[1]));
-        return 1;
-    }
+    if (!dir.mkpath(QStringLiteral(".")))
+        fail(QStringLiteral("cannot make ") + args[1]);
     for (const char *f : kFolders) {
-        if (!dir.mkpath(QString::fromLatin1(f))) {
-            std::fprintf(stderr, "vantile-make-demo: cannot make %s/%s\n", qPrintable(args[1]), f);
-            return 1;
-        }
+        if (!dir.mkpath(QString::fromLatin1(f)))
+            fail(QStringLiteral("cannot make %1/%2").arg(args[1], QLatin1String(f)));
     }
+    auto write = [&dir](const QString &name, const QByteArray &bytes) {
+        if (!writeFile(dir.filePath(name), bytes))
+            std::exit(1);
+    };
 
     // pictures and their page lines
     QStringList lines;
@@ -685,12 +1057,9 @@ int main(int argc, char *argv[])
     for (const PicturePage &pp : kPictures) {
         const QImage img = pp.draw();
         const QByteArray bytes = encodeImage(img, pp.format, pp.quality);
-        if (bytes.isEmpty()) {
-            std::fprintf(stderr, "vantile-make-demo: cannot encode %s as %s\n", pp.file, pp.format);
-            return 1;
-        }
-        if (!writeFile(dir.filePath(QStringLiteral("Picture/") + QString::fromLatin1(pp.file)), bytes))
-            return 1;
+        if (bytes.isEmpty())
+            fail(QStringLiteral("cannot encode %1 as %2").arg(QLatin1String(pp.file), QLatin1String(pp.format)));
+        write(QStringLiteral("Picture/") + QString::fromLatin1(pp.file), bytes);
         PageInfo info;
         info.isColor = false;
         info.image = QString::fromLatin1(pp.file);
@@ -708,18 +1077,27 @@ int main(int argc, char *argv[])
         info.name = QStringLiteral("Standby");
         lines << info.toLine(row++);
     }
+    write(QStringLiteral("demo.uiprj"), TextFiles::encodePlain(lines));
 
-    if (!writeFile(dir.filePath(QStringLiteral("demo.uiprj")), TextFiles::encodePlain(lines)))
-        return 1;
+    // the digit pictures of the picture number
+    for (int d = 0; d <= 9; ++d)
+        write(QStringLiteral("Icon/") + digitIcon(d), encodeImage(drawDigit(d), "PNG", 0));
 
-    // an empty page file for each page: the byte order mark alone
-    for (int i = 0; i < lines.size(); ++i) {
-        const QString cfg = QStringLiteral("Plugin/Page") + PageList::pageId(i) + QStringLiteral(".cfg");
-        if (!writeFile(dir.filePath(cfg), QByteArray("\xEF\xBB\xBF")))
-            return 1;
+    // the fonts, and their headers for the widgets' font rows
+    QString chinese;
+    for (const Words *w : kAllWords)
+        chinese += QString::fromUtf8(w->zh);
+    QVector<FontFile::Header> fonts;
+    for (const DemoFont &f : kFonts) {
+        const QByteArray bytes = makeFont(f, chinese);
+        FontFile::Header h;
+        FontFile::Header::parse(bytes, &h);
+        fonts << h;
+        write(QStringLiteral("FontBin/") + FontMaker::fileName(f.id, QLatin1String(f.name)), bytes);
     }
+    write(QStringLiteral("FontBin/LICENSE-fonts.txt"), QByteArray(kFontLicence));
 
-    // settings: a 800 x 480 panel on chip index 3
+    // settings: a 800 x 480 panel on chip index 3, two languages
     ProjectSettings s;
     s.applyChip(3);
     s.xsize = QStringLiteral("800");
@@ -733,18 +1111,48 @@ int main(int argc, char *argv[])
     s.volume = QStringLiteral("10");
     s.keyBeep = true;
     s.startPage = 0;
-    s.languageNum = QStringLiteral("1");
+    s.languageNum = QStringLiteral("2");
     s.geData = QStringLiteral("0");
     s.compileDateTime = QDateTime(QDate(2025, 1, 1), QTime(8, 0, 0));
-    if (!writeFile(dir.filePath(QStringLiteral("demo.ini")), s.toIni()))
-        return 1;
+    write(QStringLiteral("demo.ini"), s.toIni());
+
+    // the widgets of each page and, for its texts in two languages, its language table
+    void (*const makers[])(PageMaker &) = {makeHome, makeSettings, makeTrend, makeStandby};
+    static_assert(sizeof(makers) / sizeof(makers[0]) == sizeof(kPictures) / sizeof(kPictures[0]) + 1,
+                  "one maker for each page");
+    quint32 nextAddress = kFirstWriteAddress;
+    for (int i = 0; i < lines.size(); ++i) {
+        PageMaker maker(nextAddress, fonts);
+        makers[i](maker);
+        const QString page = QStringLiteral("Page") + PageList::pageId(i);
+        write(QStringLiteral("Plugin/") + page + QStringLiteral(".cfg"),
+              TextFiles::encodePlain(maker.lines(s.panelType)));
+        write(QStringLiteral("MultiLanguage/") + page + QStringLiteral(".csv"),
+              TextFiles::encodePlain(maker.languageRows()));
+    }
+    write(QStringLiteral("MultiLanguage/TableHeader.txt"),
+          TextFiles::encodePlain({QStringLiteral("defaultLanguage,Language1")}));
+
+    // the static texts: number, then text, colour and font for each language
+    const QString version = QStringList{QStringLiteral("1"),
+                                        LineGrammar::toHexText(QString::fromUtf8(kVersion.en)),
+                                        QStringLiteral("0X8A9DB1"), QString::number(kBodyFont),
+                                        LineGrammar::toHexText(QString::fromUtf8(kVersion.zh)),
+                                        QStringLiteral("0X8A9DB1"), QString::number(kTextFont)}
+                                .join(QLatin1Char(','));
+    write(QStringLiteral("Constant_text.csv"), TextFiles::encodePlain({version}));
+    // a build leaves its lists (*.csv, ignored above this folder) and the
+    // language block beside the project's own files
+    write(QStringLiteral(".gitignore"), QByteArrayLiteral("!/Constant_text.csv\n"
+                                                          "/MultiLanguage/MultiLanguage.bin\n"
+                                                          "/MultiLanguage/MultiLanguage.tmp\n"));
 
     // git keeps no empty folders: a marker in each folder left empty
     for (const char *f : kFolders) {
         QDir sub(dir.filePath(QString::fromLatin1(f)));
         const QStringList entries = sub.entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden);
-        if (entries.isEmpty() && !writeFile(sub.filePath(QStringLiteral(".gitkeep")), QByteArray()))
-            return 1;
+        if (entries.isEmpty())
+            write(QString::fromLatin1(f) + QStringLiteral("/.gitkeep"), QByteArray());
     }
 
     std::printf("demo project written to %s (%d pages)\n", qPrintable(QDir::cleanPath(dir.absolutePath())),

@@ -195,6 +195,9 @@ EditBuffer createNew(WidgetKind kind, quint32 index, const QRect &dropRect)
     EditBuffer b(kind);
     b.setObjectName(WidgetKinds::objectName(kind, index));
     b.resetToDefaults();
+    // a static text shares the label's slots and object names, but is called by its own word
+    if (kind == WidgetKind::Statictext && b.has("name"))
+        b.setText("name", QStringLiteral("Statictext_") + QString::number(index));
     b.setRect(dropRect);
     return b;
 }

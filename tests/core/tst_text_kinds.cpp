@@ -176,6 +176,7 @@ private slots:
         QCOMPARE(next, 0x10u + 20 + 32);
         QVERIFY(lines[0].startsWith("label_0:0x0010,20,10,10,100,30,"));
         QVERIFY(lines[1].startsWith("label_0:0xFFFF,20,")); // the static text takes no address
+        QCOMPARE(LineGrammar::split(lines[1]).fields.value(16), QStringLiteral("Statictext_0")); // its own name
         QVERIFY(lines[2].startsWith("textroll_0:0x0024,10,10,100,30,32,"));
 
         // rows shown in Chinese; a word, a text with separators and a switch typed

@@ -202,6 +202,9 @@ void MainWindow::storeLabelGeometry(QLabel *label, bool withSize)
             w.setH(int(label->height() / m_zoomFactor));
         }
         WidgetLine::storeLine(m_currentPageLines, w);
+        // a drawn text or number follows its new size (a picture keeps its own)
+        if (withSize && !CanvasWidgets::pictureField(w.kind()).key)
+            m_canvasWidgets->paint(label, w, m_zoomFactor, m_projectDir);
         if (label->objectName() == m_selectedName) {
             m_editBuffer = w;
             fillWidgetRows();

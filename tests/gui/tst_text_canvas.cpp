@@ -4,6 +4,7 @@
 
 #include "GuiTestSupport.h"
 #include "build/FontFile.h"
+#include "designer/CanvasWidgets.h"
 #include "designer/TextRenderers.h"
 #include "widgets/LineGrammar.h"
 #include "widgets/WidgetLine.h"
@@ -30,9 +31,11 @@ const QHash<QChar, QStringList> &glyphs()
 }
 
 // A font of codes 0x20..0x7E; the test glyphs are drawn into an 8 x 8 one.
-QByteArray testFont(const char *tag, int width, int height)
+QByteArray testFont(const char *tag, int width, int height, const QString &family = {}, int style = 0)
 {
     FontFile::Header h;
+    h.family = family;
+    h.style = style;
     h.tag = tag;
     h.width = width;
     h.height = height;
@@ -197,7 +200,11 @@ private slots:
         QString columns;
         for (int x = 0; x < 30; ++x) {
             const QRgb p = img.pixel(x, 2);
-            columns += qAlpha(p) == 0 ? '.' : p == 0xFFFF0000 ? 'r' : p == 0xFF00FF00 ? 'g' : p == 0xFF0000FF ? 'b' : '?';
+            columns += qAlpha(p) == 0       ? '.'
+                       : p == 0xFFFF0000 ? 'r'
+                       : p == 0xFF00FF00 ? 'g'
+                       : p == 0xFF0000FF ? 'b'
+                                         : '?';
         }
         QCOMPARE(columns, QString("..................gggrrrrbbbbb"));
         QCOMPARE(qAlpha(img.pixel(20, 7)), 0); // below the six rows of the pictures
@@ -211,7 +218,8 @@ private slots:
                                 {"fontColor", "0xFF0000"}});
         open({st});
         QCOMPARE(readBack(shown("label_1"), 0, 0, 3, kRed), QString("00 "));
-        writeFile(root() + "Constant_text.csv", TextFiles::encodePlain({"1,*Hex:30,0X000000,0", "2,*Hex:492D49,0X000000,0"}));
+        writeFile(root() + "Constant_text.csv",
+                  TextFiles::encodePlain({"1,*Hex:30,0X000000,0", "2,*Hex:492D49,0X000000,0"}));
         trigger("actionZoomin"); // any re-render reads the table again
         trigger("actionOriginal");
         QCOMPARE(readBack(shown("label_1"), 0, 0, 3, kRed), QString("I-I"));
@@ -227,7 +235,8 @@ private slots:
         QVERIFY(shown("label_1").isNull());
         QVERIFY(shown("textroll_0").isNull());
         const QString log = m_w->findChild<QTextEdit *>("textEdit")->toPlainText();
-        QVERIFY2(log.contains("textroll_0") && log.contains("03_Broken.bin") && !log.contains("label_1"), qPrintable(log));
+        QVERIFY2(log.contains("textroll_0") && log.contains("03_Broken.bin") && !log.contains("label_1"),
+                 qPrintable(log));
         for (int i = 0; i < 5; ++i)
             trigger("actionZoomin");
         const float z = m_w->zoomFactor();
@@ -262,17 +271,12 @@ private slots:
         QTemporaryDir dir;
         QDir(dir.path()).mkpath("FontBin");
         const QString projectDir = dir.path() + "/";
-        EditBuffer w = widget(WidgetKind::Label, 0, {0, 0, 120, 30}, {{"defaultText", "Hello"}, {"fontColor", "0x00FF00"}});
+        const EditBuffer w =
+            widget(WidgetKind::Label, 0, {0, 0, 120, 30}, {{"defaultText", "Hello"}, {"fontColor", "0x00FF00"}});
         int ink[2] = {};
         for (int bold = 0; bold < 2; ++bold) {
-            FontFile::Header h;
-            h.tag = "SS";
-            h.width = 20;
-            h.height = 20;
-            h.firstCode = h.lastCode = 0x41;
-            h.family = "DejaVu Sans";
-            h.style = bold ? FontFile::Bold : 0;
-            writeFile(projectDir + "FontBin/00_Outline.bin", FontFile::write(h, {}));
+            writeFile(projectDir + "FontBin/00_Outline.bin",
+                      testFont("SS", 20, 20, "DejaVu Sans", bold ? FontFile::Bold : 0));
             const QImage img = TextRenderers::renderLabel(w, projectDir);
             QCOMPARE(img.size(), QSize(120, 30));
             for (int y = 0; y < 30; ++y)

@@ -4,6 +4,7 @@
 
 #include "app/Prompts.h"
 #include "editors/DialogProjectSetting.h"
+#include "editors/LanguageTextEditor.h"
 #include "project/AppPaths.h"
 #include "project/PageFile.h"
 #include "project/SealedFile.h"
@@ -450,11 +451,13 @@ bool MainWindow::openProjectFile(const QString &pathIn)
         return false;
     }
 
-    // Leaving the project that was open.
+    // Leaving the project that was open: its backup.txt and its language editor go.
     if (projectOpen()) {
         const QString oldBackup = m_projectDir + QStringLiteral("backup.txt");
         if (QFile::exists(oldBackup))
             QFile::remove(oldBackup);
+        if (m_languageTextEditor)
+            m_languageTextEditor->hide();
     }
     const QString dir = withSlash(QFileInfo(path).absolutePath());
     m_recoveryMode = false;

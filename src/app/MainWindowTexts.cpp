@@ -155,17 +155,22 @@ void MainWindow::Update_from_constanttextedit(const QString &)
     refreshStaticTexts();
 }
 
-void MainWindow::Preview_from_constanttextedit(const QString &text, int colour, int, int)
+void MainWindow::Preview_from_constanttextedit(const QString &text, int colour, int fontId, int)
 {
-    // The text over the selected label of the canvas until it is drawn again.
+    // The selected label drawn with the cell's text, colour and font; its line
+    // stays as it is until the entry is saved.
     if (!projectOpen() || m_selectedName == QLatin1String("label_Show"))
         return;
     const WidgetKind kind = m_editBuffer.kind();
     if (kind != WidgetKind::Label && kind != WidgetKind::Statictext)
         return;
     if (QLabel *label = m_canvasWidgets->find(m_selectedName)) {
-        label->setText(text);
-        label->setStyleSheet(label->styleSheet() + QStringLiteral("color: #%1;").arg(colour & 0xFFFFFF, 6, 16, QLatin1Char('0')));
+        EditBuffer preview = m_editBuffer;
+        preview.setText("defaultText", text);
+        preview.setNumber("fontColor", colour & 0xFFFFFF);
+        if (fontId >= 0)
+            preview.setNumber("fontID", fontId);
+        m_canvasWidgets->paint(label, preview, m_zoomFactor, m_projectDir);
     }
 }
 

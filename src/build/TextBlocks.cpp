@@ -1,4 +1,5 @@
 #include "build/TextBlocks.h"
+#include "project/TextTables.h"
 #include "widgets/EditBuffer.h"
 #include "widgets/WidgetLine.h"
 
@@ -88,51 +89,38 @@ int fontEncoding(const FontTable &fonts, int fontId)
     return fonts.encoding[fontId];
 }
 
-ConstantTable parseConstantText(const QStringList &linesIn, int languages)
+ConstantTable parseConstantText(const QStringList &lines, int languages)
 {
+    // the entries as the static text editor reads them, then the build's slots
     ConstantTable table;
     table.languages = qMax(1, languages);
-    QList<QPair<int, QStringList>> lines; // line number in the file, fields
-    for (int i = 0; i < linesIn.size(); ++i) {
-        if (!linesIn.at(i).trimmed().isEmpty())
-            lines.append({i + 1, linesIn.at(i).split(QLatin1Char(','))});
-    }
-    if (lines.isEmpty())
+    const QList<TextTables::ConstantEntry> entries =
+        TextTables::parseConstantText(lines, table.languages, &table.shortLines);
+    if (entries.isEmpty())
         return table;
 
     // M is the number on the last line, whatever came before it.
-    table.slotCount = int(qMin<qint64>(LineGrammar::readDecimal(lines.last().second.first()), 0xFFFF));
-    QVector<const QStringList *> slotLines(table.slotCount, nullptr);
-    for (const auto &[lineNo, fields] : lines) {
-        const qint64 number = LineGrammar::readDecimal(fields.first());
-        if (number < 1 || number > table.slotCount) {
-            table.dropped << QStringLiteral("Constant_text.csv line ") + QString::number(lineNo)
-                                 + QStringLiteral(": number ") + QString::number(number)
+    table.slotCount = qMin(entries.last().number, 0xFFFF);
+    QVector<const TextTables::ConstantEntry *> slotEntries(table.slotCount, nullptr);
+    for (const TextTables::ConstantEntry &e : entries) {
+        if (e.number < 1 || e.number > table.slotCount) {
+            table.dropped << QStringLiteral("Constant_text.csv: number ") + QString::number(e.number)
                                  + QStringLiteral(" has no slot (the last line's number is ")
                                  + QString::number(table.slotCount) + QStringLiteral("), the line is left out");
             continue;
         }
-        const int needed = 1 + kFieldsPerLanguage * table.languages;
-        if (fields.size() < needed)
-            table.shortLines << QStringLiteral("Constant_text.csv line ") + QString::number(lineNo)
-                                    + QStringLiteral(": ") + QString::number(fields.size())
-                                    + QStringLiteral(" fields, ") + QString::number(needed)
-                                    + QStringLiteral(" needed for ") + QString::number(table.languages)
-                                    + QStringLiteral(" languages; the missing texts are empty");
-        slotLines[int(number) - 1] = &fields;
+        slotEntries[e.number - 1] = &e;
     }
-
     table.rows.reserve(table.slotCount * table.languages);
     for (int lang = 0; lang < table.languages; ++lang) {
         for (int slot = 0; slot < table.slotCount; ++slot) {
             ConstantRow row;
-            if (const QStringList *f = slotLines.at(slot)) {
-                const auto field = [f](int i) { return i < f->size() ? f->at(i) : QString(); };
-                const int base = 1 + kFieldsPerLanguage * lang;
+            if (const TextTables::ConstantEntry *e = slotEntries.at(slot)) {
+                const TextTables::ConstantCell &cell = e->cells.at(lang);
                 row.number = slot + 1;
-                row.text = LineGrammar::fromHexText(field(base));
-                row.colour = LineGrammar::readHex(field(base + 1));
-                row.fontId = int(qMin<qint64>(LineGrammar::readDecimal(field(base + 2)), 0xFFFF));
+                row.text = cell.text;
+                row.colour = LineGrammar::readHex(cell.colour);
+                row.fontId = qMin(cell.fontId, 0xFFFF);
             }
             table.rows.append(row);
         }

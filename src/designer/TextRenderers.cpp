@@ -1,7 +1,6 @@
 #include "designer/TextRenderers.h"
 
 #include "build/FontFile.h"
-#include "build/TextBlocks.h"
 #include "project/MediaFiles.h"
 #include "project/TextFiles.h"
 #include "widgets/LineGrammar.h"
@@ -197,18 +196,10 @@ QString fontFilePath(const QString &projectDir, int fontId)
     return QString();
 }
 
-QString labelText(const EditBuffer &w, const QString &projectDir)
+// A Statictext's defaultText follows its entry of Constant_text.csv: the
+// designer refreshes it when the page loads and when the table changes.
+QString labelText(const EditBuffer &w)
 {
-    if (w.kind() != WidgetKind::Statictext)
-        return w.text("defaultText");
-    QByteArray bytes;
-    const QString csv = projectDir + QStringLiteral("Constant_text.csv");
-    if (!QFileInfo::exists(csv) || TextFiles::readFile(csv, &bytes) != TextFiles::ReadStatus::Ok)
-        return w.text("defaultText");
-    const TextBlocks::ConstantTable table = TextBlocks::parseConstantText(TextFiles::splitPlain(bytes), 1);
-    for (const TextBlocks::ConstantRow &row : table.rows)
-        if (row.isOn() && row.number == w.number("Constant_Num"))
-            return row.text;
     return w.text("defaultText");
 }
 
@@ -261,7 +252,7 @@ QString numberText(qint64 value, int integerDigit, int decimalDigit, bool leadin
 
 QImage renderLabel(const EditBuffer &w, const QString &projectDir, QString *problem)
 {
-    QString text = labelText(w, projectDir);
+    QString text = labelText(w);
     if (w.isOn("passwordMode"))
         text = QString(text.toUcs4().size(), QLatin1Char('*'));
     const QColor background = w.isOn("backgroundColor") ? colourOf(w.number("background_Color")) : QColor();

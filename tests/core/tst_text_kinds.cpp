@@ -98,6 +98,13 @@ private slots:
             if (c.vice) // the Vice form stores nothing
                 QCOMPARE(b.image.bytes(), QByteArray(65536, '\0'));
         }
+        // On a 16-bit panel the colours are RGB565 words and a zero byte:
+        // 0x123456 -> (2 << 11) | (13 << 5) | 10 = 0x11AA, 0xFF8040 -> (31 << 11) | (32 << 5) | 8 = 0xFC08
+        Build panel16;
+        panel16.ctx.colour24 = false;
+        QCOMPARE(panel16.record(kLabel).toHex(' '),
+                 hex("01 00 0002 1D  0001 1400  0A00 1400 6D00 3B00  18 20 01 01 02  AA1100 08FC00  03  0500  00 0000")
+                     .toHex(' '));
         // What the plain form leaves: the parameter block is the record from byte 4
         // behind its count (26 or 28); the text lies at writeAddr.
         Build b;

@@ -123,6 +123,7 @@ public slots:
     void on_actionLanguage_Text_triggered();
     void Update_from_DialogLanguage(const QString &text);
     void LanguageTextEdito_Close();
+    void Preview_from_languageeditor(const QString &objectName, const QString &text);
     void Preview_from_constanttextedit(const QString &text, int colour, int fontId, int number);
     void Update_from_constanttextedit(const QString &path);
 

@@ -36,6 +36,8 @@ void MainWindow::setupTextEditors()
             &MainWindow::Preview_from_constanttextedit);
     connect(m_constantTextEdit, &Constanttextedit::Update_to_MainWindow, this,
             &MainWindow::Update_from_constanttextedit);
+    connect(m_languageTextEditor, &LanguageTextEditor::Preview_to_MainWindow, this,
+            &MainWindow::Preview_from_languageeditor);
 
     // The language editor's entry stands in the Tool menu after Static Text.
     QAction *languageText = makeAction("actionLanguage_Text");
@@ -171,6 +173,22 @@ void MainWindow::Preview_from_constanttextedit(const QString &text, int colour, 
         if (fontId >= 0)
             preview.setNumber("fontID", fontId);
         m_canvasWidgets->paint(label, preview, m_zoomFactor, m_projectDir);
+    }
+}
+
+void MainWindow::Preview_from_languageeditor(const QString &objectName, const QString &text)
+{
+    // the widget drawn in the cell's language; its line keeps the default text
+    QLabel *label = projectOpen() ? m_canvasWidgets->find(objectName) : nullptr;
+    if (!label)
+        return;
+    for (const QString &line : m_currentPageLines) {
+        EditBuffer w;
+        if (!line.startsWith(objectName + QLatin1Char(':')) || WidgetLine::parse(line, w) != ParseStatus::Ok)
+            continue;
+        w.setText("defaultText", text);
+        m_canvasWidgets->paint(label, w, m_zoomFactor, m_projectDir);
+        return;
     }
 }
 

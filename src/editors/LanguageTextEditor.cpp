@@ -316,10 +316,12 @@ void LanguageTextEditor::reject()
     on_pushButton_Canncel_clicked();
 }
 
-void LanguageTextEditor::on_tableWidget_cellChanged(int, int)
+void LanguageTextEditor::on_tableWidget_cellChanged(int row, int column)
 {
-    if (!m_filling)
-        m_changed = true;
+    if (m_filling)
+        return;
+    m_changed = true;
+    preview(row, column);
 }
 
 void LanguageTextEditor::on_tableWidget_cellClicked(int row, int column)
@@ -327,6 +329,16 @@ void LanguageTextEditor::on_tableWidget_cellClicked(int row, int column)
     // the current cell follows the click, so that Load and Save as keep it
     if (row >= 0 && column >= 0)
         tableWidget->setCurrentCell(row, column);
+    preview(row, column);
+}
+
+void LanguageTextEditor::preview(int row, int column)
+{
+    // language columns follow Name, WriteAddr and WordLength
+    const QTableWidgetItem *name = tableWidget->item(row, 0);
+    const QTableWidgetItem *text = tableWidget->item(row, column);
+    if (column >= 3 && name && text)
+        emit Preview_to_MainWindow(name->text(), text->text());
 }
 
 } // namespace vantile

@@ -43,6 +43,8 @@ public:
 signals:
     void Update_to_MainWindow(const QString &text);
     void LanguageTextEditor_close();
+    // The canvas shows a widget with the text of the current language cell.
+    void Preview_to_MainWindow(const QString &objectName, const QString &text);
 
 public slots:
     void Update_from_MainWindow(const QString &page);
@@ -70,6 +72,7 @@ private:
     bool writeTable(const QString &path);
     bool saveToProject();
     void finish();
+    void preview(int row, int column);
 
     Source m_source;
     QString m_projectDir;

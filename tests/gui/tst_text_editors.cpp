@@ -4,6 +4,8 @@
 
 #include "GuiTestSupport.h"
 
+#include <QSignalSpy>
+
 #include "editors/Constanttextedit.h"
 #include "editors/DialogProjectSetting.h"
 #include "editors/LanguageTextEditor.h"
@@ -153,8 +155,11 @@ private slots:
         QCOMPARE(t->horizontalHeaderItem(5)->text(), QStringLiteral("Language2"));
         QCOMPARE(t->item(1, 1)->text(), QStringLiteral("0x0200"));
         QCOMPARE(t->item(0, 3)->text(), QStringLiteral("Hello"));
+        QSignalSpy preview(ed, &LanguageTextEditor::Preview_to_MainWindow);
         t->item(0, 3)->setText("Hi");
         t->item(0, 4)->setText("Hallo");
+        ed->on_tableWidget_cellClicked(0, 4); // the canvas shows the clicked language
+        QCOMPARE(preview.last(), QVariantList({"label_0", "Hallo"}));
         t->item(0, 5)->setText("Bonjour");
         t->item(1, 4)->setText("Rollen");
         t->item(1, 5)->setText("Défiler"_q);

@@ -6,9 +6,11 @@
 // languages), the nine project folders, the page pictures in Picture/ and
 // the digit pictures of a picture number in Icon/, all drawn here, the
 // widgets of each page in Plugin/, three bitmap fonts in FontBin/ made by
-// our font maker from installed families, the static text table and the
-// language tables. Text on the pictures uses a built-in 5x7 dot font; the
+// our font maker from installed families, a key beep in WavBin/, the static
+// text table and the language tables. Text on the pictures uses a built-in 5x7 dot font; the
 // widgets' texts use the fonts. Every run gives the same bytes.
+
+#include <cmath>
 
 #include "build/FontFile.h"
 #include "build/FontMaker.h"
@@ -977,6 +979,35 @@ QByteArray encodeImage(const QImage &img, const char *format, int quality)
     return bytes;
 }
 
+// WavBin/: a short key beep, 1 kHz for 0.1 s, as a plain WAV file (16-bit
+// mono at 8000 Hz), with a soft start and end. The build carries it as it is.
+QByteArray beepWav()
+{
+    const int rate = 8000, samples = 800;
+    QByteArray pcm;
+    for (int i = 0; i < samples; ++i) {
+        const double fade = qMin(1.0, qMin(i, samples - 1 - i) / 80.0);
+        const qint16 v = qint16(std::lround(12000.0 * fade * std::sin(2.0 * M_PI * 1000.0 * i / rate)));
+        pcm.append(char(v & 0xFF)).append(char((v >> 8) & 0xFF));
+    }
+    QByteArray wav;
+    auto u32 = [&wav](quint32 v) { for (int i = 0; i < 4; ++i) wav.append(char(v >> (8 * i))); };
+    auto u16 = [&wav](quint16 v) { wav.append(char(v & 0xFF)).append(char(v >> 8)); };
+    wav.append("RIFF");
+    u32(quint32(36 + pcm.size()));
+    wav.append("WAVEfmt ");
+    u32(16);
+    u16(1); // PCM
+    u16(1); // mono
+    u32(rate);
+    u32(rate * 2);
+    u16(2);
+    u16(16);
+    wav.append("data");
+    u32(quint32(pcm.size()));
+    return wav + pcm;
+}
+
 bool writeFile(const QString &path, const QByteArray &bytes)
 {
     QString error;
@@ -1096,6 +1127,7 @@ int main(int argc, char *argv[])
         write(QStringLiteral("FontBin/") + FontMaker::fileName(f.id, QLatin1String(f.name)), bytes);
     }
     write(QStringLiteral("FontBin/LICENSE-fonts.txt"), QByteArray(kFontLicence));
+    write(QStringLiteral("WavBin/0000_BeepWav.bin"), beepWav());
 
     // settings: a 800 x 480 panel on chip index 3, two languages
     ProjectSettings s;

@@ -1,6 +1,61 @@
 <?xml version='1.0' encoding='utf-8'?>
 <TS version="2.1" language="zh_CN" sourcelanguage="en_US">
 <context>
+    <name>GlyphForgeWindow</name>
+    <message>
+        <source>Bold</source>
+        <translation>粗体</translation>
+    </message>
+    <message>
+        <source>Font</source>
+        <translation>字体</translation>
+    </message>
+    <message>
+        <source>Size (pixels)</source>
+        <translation>大小（像素）</translation>
+    </message>
+    <message>
+        <source>Bits a pixel</source>
+        <translation>每像素位数</translation>
+    </message>
+    <message>
+        <source>Encoding</source>
+        <translation>编码</translation>
+    </message>
+    <message>
+        <source>Codes</source>
+        <translation>编码范围</translation>
+    </message>
+    <message>
+        <source>Font id</source>
+        <translation>字库ID</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+    <message>
+        <source>Preview text</source>
+        <translation>预览文字</translation>
+    </message>
+    <message>
+        <source>Write into a project...</source>
+        <translation>写入工程...</translation>
+    </message>
+    <message>
+        <source>%1 x %2 pixels, %3 bytes</source>
+        <translation>%1 x %2 像素，%3 字节</translation>
+    </message>
+    <message>
+        <source>The project's folder</source>
+        <translation>工程文件夹</translation>
+    </message>
+    <message>
+        <source>Written: %1</source>
+        <translation>已写入：%1</translation>
+    </message>
+</context>
+<context>
     <name>vantile::Constanttextedit</name>
     <message>
         <source>Static Text Settings</source>
@@ -36,7 +91,7 @@
     </message>
     <message>
         <source>Font</source>
-        <translation>字库</translation>
+        <translation>字体</translation>
     </message>
     <message>
         <source>Some lines of the file are incomplete; what they hold is shown.</source>

@@ -1,6 +1,61 @@
 <?xml version='1.0' encoding='utf-8'?>
 <TS version="2.1" language="en_US" sourcelanguage="en_US">
 <context>
+    <name>GlyphForgeWindow</name>
+    <message>
+        <source>Bold</source>
+        <translation>Bold</translation>
+    </message>
+    <message>
+        <source>Font</source>
+        <translation>Font</translation>
+    </message>
+    <message>
+        <source>Size (pixels)</source>
+        <translation>Size (pixels)</translation>
+    </message>
+    <message>
+        <source>Bits a pixel</source>
+        <translation>Bits a pixel</translation>
+    </message>
+    <message>
+        <source>Encoding</source>
+        <translation>Encoding</translation>
+    </message>
+    <message>
+        <source>Codes</source>
+        <translation>Codes</translation>
+    </message>
+    <message>
+        <source>Font id</source>
+        <translation>Font id</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Preview text</source>
+        <translation>Preview text</translation>
+    </message>
+    <message>
+        <source>Write into a project...</source>
+        <translation>Write into a project...</translation>
+    </message>
+    <message>
+        <source>%1 x %2 pixels, %3 bytes</source>
+        <translation>%1 x %2 pixels, %3 bytes</translation>
+    </message>
+    <message>
+        <source>The project's folder</source>
+        <translation>The project's folder</translation>
+    </message>
+    <message>
+        <source>Written: %1</source>
+        <translation>Written: %1</translation>
+    </message>
+</context>
+<context>
     <name>vantile::Constanttextedit</name>
     <message>
         <source>Static Text Settings</source>

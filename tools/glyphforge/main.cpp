@@ -11,11 +11,14 @@
 #include "GlyphForgeWindow.h"
 
 #include "build/FontMaker.h"
+#include "project/AppPaths.h"
+#include "project/EditorConfig.h"
 #include "project/TextFiles.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QGuiApplication>
+#include <QTranslator>
 
 #include <cstdio>
 #include <memory>
@@ -105,6 +108,12 @@ int main(int argc, char *argv[])
     }
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("GlyphForge"));
+    // the window speaks the designer's language (its editorConfig.ini beside us)
+    QTranslator translator;
+    const bool chinese = EditorConfig::load(AppPaths::editorConfigPath()).languageIndex == 1;
+    if (translator.load(AppPaths::appDir() + (chinese ? QStringLiteral("/Translate_CN.qm")
+                                                      : QStringLiteral("/Translate_EN.qm"))))
+        QApplication::installTranslator(&translator);
     GlyphForgeWindow window;
     window.show();
     return QApplication::exec();

@@ -1,4 +1,5 @@
 #include "editors/Constanttextedit.h"
+#include "editors/TableDialogForm.h"
 
 #include "app/Prompts.h"
 #include "widgets/LineGrammar.h"
@@ -46,31 +47,14 @@ Constanttextedit::Constanttextedit(QWidget *parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("Constanttextedit"));
     resize(760, 460);
-    tableWidget = new QTableWidget(this);
-    tableWidget->setObjectName(QStringLiteral("tableWidget"));
+    tableWidget = TableDialogForm::table(this);
     tableWidget->horizontalHeader()->hide();
     tableWidget->verticalHeader()->hide();
-    tableWidget->setSelectionMode(QAbstractItemView::SingleSelection);
-    pushButton_add = new QPushButton(this);
-    pushButton_add->setObjectName(QStringLiteral("pushButton_add"));
-    pushButton_del = new QPushButton(this);
-    pushButton_del->setObjectName(QStringLiteral("pushButton_del"));
-    pushButton_ok = new QPushButton(this);
-    pushButton_ok->setObjectName(QStringLiteral("pushButton_ok"));
-    pushButton_Canncel = new QPushButton(this);
-    pushButton_Canncel->setObjectName(QStringLiteral("pushButton_Canncel"));
-    pushButton_ok->setAutoDefault(false);
-    pushButton_Canncel->setAutoDefault(false);
-
-    auto *layout = new QVBoxLayout(this);
-    layout->addWidget(tableWidget);
-    auto *buttons = new QHBoxLayout;
-    buttons->addWidget(pushButton_add);
-    buttons->addWidget(pushButton_del);
-    buttons->addStretch(1);
-    buttons->addWidget(pushButton_ok);
-    buttons->addWidget(pushButton_Canncel);
-    layout->addLayout(buttons);
+    pushButton_add = TableDialogForm::button(this, "pushButton_add");
+    pushButton_del = TableDialogForm::button(this, "pushButton_del");
+    pushButton_ok = TableDialogForm::button(this, "pushButton_ok");
+    pushButton_Canncel = TableDialogForm::button(this, "pushButton_Canncel");
+    TableDialogForm::lay(this, tableWidget, {pushButton_add, pushButton_del}, {pushButton_ok, pushButton_Canncel});
 
     connect(tableWidget, &QTableWidget::itemChanged, this, &Constanttextedit::onTableItemChanged);
     connect(tableWidget, &QTableWidget::cellClicked, this, &Constanttextedit::constant_Preview);

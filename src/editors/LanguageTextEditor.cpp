@@ -1,4 +1,5 @@
 #include "editors/LanguageTextEditor.h"
+#include "editors/TableDialogForm.h"
 
 #include "app/Prompts.h"
 #include "widgets/LineGrammar.h"
@@ -32,29 +33,13 @@ LanguageTextEditor::LanguageTextEditor(QWidget *parent) : QDialog(parent)
     setObjectName(QStringLiteral("LanguageTextEditor"));
     setWindowFlags(windowFlags() | Qt::WindowMinMaxButtonsHint);
     resize(900, 500);
-    tableWidget = new QTableWidget(this);
-    tableWidget->setObjectName(QStringLiteral("tableWidget"));
-    tableWidget->setSelectionMode(QAbstractItemView::SingleSelection);
-    pushButton_LoadCommand = new QPushButton(this);
-    pushButton_LoadCommand->setObjectName(QStringLiteral("pushButton_LoadCommand"));
-    pushButton_SaveCommand = new QPushButton(this);
-    pushButton_SaveCommand->setObjectName(QStringLiteral("pushButton_SaveCommand"));
-    pushButton_ok = new QPushButton(this);
-    pushButton_ok->setObjectName(QStringLiteral("pushButton_ok"));
-    pushButton_Canncel = new QPushButton(this);
-    pushButton_Canncel->setObjectName(QStringLiteral("pushButton_Canncel"));
-    pushButton_ok->setAutoDefault(false);
-    pushButton_Canncel->setAutoDefault(false);
-
-    auto *layout = new QVBoxLayout(this);
-    layout->addWidget(tableWidget);
-    auto *buttons = new QHBoxLayout;
-    buttons->addWidget(pushButton_LoadCommand);
-    buttons->addWidget(pushButton_SaveCommand);
-    buttons->addStretch(1);
-    buttons->addWidget(pushButton_ok);
-    buttons->addWidget(pushButton_Canncel);
-    layout->addLayout(buttons);
+    tableWidget = TableDialogForm::table(this);
+    pushButton_LoadCommand = TableDialogForm::button(this, "pushButton_LoadCommand");
+    pushButton_SaveCommand = TableDialogForm::button(this, "pushButton_SaveCommand");
+    pushButton_ok = TableDialogForm::button(this, "pushButton_ok");
+    pushButton_Canncel = TableDialogForm::button(this, "pushButton_Canncel");
+    TableDialogForm::lay(this, tableWidget, {pushButton_LoadCommand, pushButton_SaveCommand},
+                         {pushButton_ok, pushButton_Canncel});
     m_titles = TextTables::defaultTitles(m_languages);
     setColumns();
     retranslate();

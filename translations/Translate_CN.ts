@@ -56,6 +56,93 @@
     </message>
 </context>
 <context>
+    <name>SerialStampWindow</name>
+    <message>
+        <source>Installed font</source>
+        <translation>已安装字体</translation>
+    </message>
+    <message>
+        <source>Picture strip</source>
+        <translation>图片条</translation>
+    </message>
+    <message>
+        <source>Bold</source>
+        <translation>粗体</translation>
+    </message>
+    <message>
+        <source>Choose...</source>
+        <translation>选择...</translation>
+    </message>
+    <message>
+        <source>Transparent</source>
+        <translation>透明</translation>
+    </message>
+    <message>
+        <source>Digits from</source>
+        <translation>数字来源</translation>
+    </message>
+    <message>
+        <source>Font</source>
+        <translation>字体</translation>
+    </message>
+    <message>
+        <source>Size (pixels)</source>
+        <translation>大小（像素）</translation>
+    </message>
+    <message>
+        <source>Cells of the strip</source>
+        <translation>图片条格数</translation>
+    </message>
+    <message>
+        <source>Text colour</source>
+        <translation>文字颜色</translation>
+    </message>
+    <message>
+        <source>Background</source>
+        <translation>背景</translation>
+    </message>
+    <message>
+        <source>First icon number</source>
+        <translation>首张图片编号</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+    <message>
+        <source>Write into a project...</source>
+        <translation>写入工程...</translation>
+    </message>
+    <message>
+        <source>Pictures (*.png *.bmp *.jpg *.jpeg)</source>
+        <translation>图片 (*.png *.bmp *.jpg *.jpeg)</translation>
+    </message>
+    <message>
+        <source>Choose a picture strip of equal cells.</source>
+        <translation>请选择由等宽格子组成的图片条。</translation>
+    </message>
+    <message>
+        <source>%1 pictures of %2 x %3 pixels: %4 to %5</source>
+        <translation>%1 张 %2 x %3 像素的图片：%4 至 %5</translation>
+    </message>
+    <message>
+        <source>The project's folder</source>
+        <translation>工程文件夹</translation>
+    </message>
+    <message>
+        <source>Icon/ already holds pictures with these numbers:
+%1
+Replace them?</source>
+        <translation>Icon/ 中已有相同编号的图片：
+%1
+是否替换？</translation>
+    </message>
+    <message>
+        <source>Written: %1</source>
+        <translation>已写入：%1</translation>
+    </message>
+</context>
+<context>
     <name>vantile::Constanttextedit</name>
     <message>
         <source>Static Text Settings</source>

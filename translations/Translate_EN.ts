@@ -56,6 +56,93 @@
     </message>
 </context>
 <context>
+    <name>SerialStampWindow</name>
+    <message>
+        <source>Installed font</source>
+        <translation>Installed font</translation>
+    </message>
+    <message>
+        <source>Picture strip</source>
+        <translation>Picture strip</translation>
+    </message>
+    <message>
+        <source>Bold</source>
+        <translation>Bold</translation>
+    </message>
+    <message>
+        <source>Choose...</source>
+        <translation>Choose...</translation>
+    </message>
+    <message>
+        <source>Transparent</source>
+        <translation>Transparent</translation>
+    </message>
+    <message>
+        <source>Digits from</source>
+        <translation>Digits from</translation>
+    </message>
+    <message>
+        <source>Font</source>
+        <translation>Font</translation>
+    </message>
+    <message>
+        <source>Size (pixels)</source>
+        <translation>Size (pixels)</translation>
+    </message>
+    <message>
+        <source>Cells of the strip</source>
+        <translation>Cells of the strip</translation>
+    </message>
+    <message>
+        <source>Text colour</source>
+        <translation>Text colour</translation>
+    </message>
+    <message>
+        <source>Background</source>
+        <translation>Background</translation>
+    </message>
+    <message>
+        <source>First icon number</source>
+        <translation>First icon number</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Write into a project...</source>
+        <translation>Write into a project...</translation>
+    </message>
+    <message>
+        <source>Pictures (*.png *.bmp *.jpg *.jpeg)</source>
+        <translation>Pictures (*.png *.bmp *.jpg *.jpeg)</translation>
+    </message>
+    <message>
+        <source>Choose a picture strip of equal cells.</source>
+        <translation>Choose a picture strip of equal cells.</translation>
+    </message>
+    <message>
+        <source>%1 pictures of %2 x %3 pixels: %4 to %5</source>
+        <translation>%1 pictures of %2 x %3 pixels: %4 to %5</translation>
+    </message>
+    <message>
+        <source>The project's folder</source>
+        <translation>The project's folder</translation>
+    </message>
+    <message>
+        <source>Icon/ already holds pictures with these numbers:
+%1
+Replace them?</source>
+        <translation>Icon/ already holds pictures with these numbers:
+%1
+Replace them?</translation>
+    </message>
+    <message>
+        <source>Written: %1</source>
+        <translation>Written: %1</translation>
+    </message>
+</context>
+<context>
     <name>vantile::Constanttextedit</name>
     <message>
         <source>Static Text Settings</source>

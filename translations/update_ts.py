@@ -2,7 +2,7 @@
 """Refresh the two .ts files from the sources and fill in the translations.
 
 Run after changing user-visible texts:  python3 translations/update_ts.py
-- lupdate collects every tr() text of src/ and tools/glyphforge/ into Translate_CN.ts / Translate_EN.ts;
+- lupdate collects every tr() text of src/, tools/glyphforge/ and tools/serialstamp/ into Translate_CN.ts / Translate_EN.ts;
 - Chinese texts come from translations/zh/*.tsv (English<TAB>Chinese, one pair
   a line; "\\n" stands for a line feed), matched by the English text;
 - the English file translates every text to itself.
@@ -57,7 +57,8 @@ def fill(ts_path, lang, translate):
 
 
 def main():
-    sources = [os.path.join(ROOT, "src"), os.path.join(ROOT, "tools", "glyphforge")]
+    sources = [os.path.join(ROOT, "src"), os.path.join(ROOT, "tools", "glyphforge"),
+               os.path.join(ROOT, "tools", "serialstamp")]
     for name, lang in (("Translate_CN.ts", "zh_CN"), ("Translate_EN.ts", "en_US")):
         ts = os.path.join(HERE, name)
         subprocess.run([LUPDATE, "-no-obsolete", "-locations", "none", "-source-language", "en_US",

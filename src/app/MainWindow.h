@@ -108,6 +108,8 @@ public:
 
 signals:
     void Update_to_DialogVarAddr(int autoAddressMode);
+    // Opens the encoder's action list with "objectName:entry".
+    void Update_to_DialogList(const QString &text);
     // Opens the language editor on a page: its four digits.
     void Update_to_DialogLanguage(const QString &page);
 
@@ -189,6 +191,9 @@ public slots:
     void on_tableView_Wdg_clicked(const QModelIndex &index);
     // "objectName:X,Y,W,H" from the widget adjust dialog
     void Update_from_Dialog(const QString &text);
+    // "objectName:entry" from the action list: the entry replaces the
+    // encoder's item the list was opened on (MainWindowEncoder.cpp).
+    void Update_from_DialogList(const QString &text);
     // A row of the widget list dragged from one place to another: the
     // widget's line moves with it (rows after "Page" follow the lines).
     void UpdatePageWdgList_from_TableView(int from, int to);
@@ -429,6 +434,8 @@ private:
     QTranslator *m_translator = nullptr;
     DialogProjectSetting *m_dialogProjectSetting = nullptr;
     DialogList *m_dialogList = nullptr;
+    int m_encoderItem = 0; // the encoder item (1..16) the action list edits
+    void openEncoderItem(int row);
     DialogWdgVar *m_dialogWdgVar = nullptr;
     Constanttextedit *m_constantTextEdit = nullptr;
     LanguageTextEditor *m_languageTextEditor = nullptr;

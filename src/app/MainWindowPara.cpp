@@ -132,6 +132,10 @@ void MainWindow::on_tableView_Para_doubleClicked(const QModelIndex &index)
         const FieldDef *field = def ? def->atRow(row) : nullptr;
         if (!field)
             return;
+        if (field->codec == Codec::Entry) {
+            openEncoderItem(row); // the encoder's action list
+            return;
+        }
         if (field->editor == Editor::Inline || field->editor == Editor::TextDialog) {
             tableView_Para->edit(index);
             return;

@@ -73,6 +73,8 @@ struct BuildContext {
     QList<int> vicePages;          // pages shown inside a slide menu (chip 10)
     QMap<int, QList<int>> mergeMap;// host page -> its Vice pages
     FontTable fonts;               // filled by the font scan before the page blocks
+    // set by the needle animation step: where a needle's frames stand
+    std::function<quint32(const QString &icon, int startAngle, int finalAngle, int step)> needleFrames;
     QString errorText;             // the collected complaints (Make_error_info.txt)
     QStringList buildLog;          // the build log (Make_info.txt)
     LogSink logSink;

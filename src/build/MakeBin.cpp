@@ -2,6 +2,8 @@
 #include "build/FontBlock.h"
 #include "build/PageBlock.h"
 #include "build/PageChecks.h"
+#include "build/GifBlock.h"
+#include "build/IconBlock.h"
 #include "build/PictureBlock.h"
 #include "build/TextBlocks.h"
 
@@ -643,6 +645,9 @@ void installStandardBuild(MakeBin &driver)
     driver.setStep(BuildStep::FontScan, FontBlock::scanFonts);
     driver.setStep(BuildStep::SlideMenuMerge, PageBlock::slideMenuMerge);
     driver.setStep(BuildStep::PreBuildChecks, PageChecks::preBuildChecks);
+    driver.setBuilder(std::make_unique<GifBlockBuilder>());
+    driver.setBuilder(std::make_unique<IconBlockBuilder>());
+    driver.setStep(BuildStep::NeedleAnimation, NeedleAnimation::run);
 }
 
 } // namespace vantile

@@ -277,6 +277,7 @@ RecordContext contextWith(BuildContext &ctx, int row, const QList<QSize> &sizes)
     rc.pagePictureSize = [sizes](int page) { return sizes.value(page, QSize()); };
     rc.variables = &ctx.variables;
     rc.fonts = &ctx.fonts;
+    rc.needleFrames = ctx.needleFrames;
     rc.errorText = &ctx.errorText;
     return rc;
 }

@@ -6,6 +6,7 @@
 #include "widgets/EditBuffer.h"
 #include "widgets/LineGrammar.h"
 #include "widgets/WidgetLine.h"
+#include "widgets/WordTables.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -62,16 +63,24 @@ QSet<int> numbersIn(const QString &dir, int (*reader)(const QString &))
 // real format and replaces none; a second real format is a complaint.
 bool setMode(QByteArray &modes, int id, quint8 mode)
 {
+    constexpr quint8 kPresence = kPresenceMode;
     if (id < 0)
         return true;
     if (modes.size() <= id)
         modes.append(QByteArray(id + 1 - modes.size(), '\0'));
     const quint8 old = quint8(modes[id]);
-    if (old == 0 || (old == 0x90 && mode != 0x90)) {
+    if (old == 0 || (old == kPresence && mode != kPresence)) {
         modes[id] = char(mode);
         return true;
     }
-    return mode == 0x90 || old == mode;
+    return mode == kPresence || old == mode;
+}
+
+// A needle of the picture styles draws its needleIcon; the drawn styles need none.
+bool needleUsesPicture(const EditBuffer &b)
+{
+    const QString type = b.text("needleType");
+    return type == QLatin1String("PNGdrawing") || type == QLatin1String("Animation");
 }
 
 template <typename F>
@@ -289,23 +298,80 @@ void overlapGroupStep(BuildContext &ctx)
     }
 }
 
+quint8 pictureMode(const EditBuffer &b)
+{
+    const KindDef *def = b.definition();
+    if (!def)
+        return kPresenceMode;
+    for (int i = 0; i < def->fieldCount; ++i)
+        if (def->fields[i].table == &WordTables::pictureFormat && !b.value(i).text.isEmpty())
+            return quint8(0x80 | (WordTables::pictureFormat.valueOf(b.value(i).text) & 0x7F));
+    return kPresenceMode;
+}
+
 void iconUseCheck(BuildContext &ctx, QByteArray &modes)
 {
     const int count = iconCount(ctx);
-    forEachFieldOf(ctx, Codec::IconRef, [&](int row, const EditBuffer &b, const FieldValue &v) {
+    forEachPageLine(ctx, [&](int row, const QString &line) {
+        const K kind = WidgetKinds::kindOfLine(line);
+        EditBuffer b;
+        if (kind == K::None || WidgetLine::parse(line, kind, b) != ParseStatus::Ok)
+            return;
+        const KindDef *def = b.definition();
+        const bool needle = kind == K::Needle;
         const QString head = QStringLiteral("Page") + QString::number(row) + QStringLiteral(": ") + b.name();
-        if (v.text.isEmpty())
-            return; // a touch kind without a picture
-        const int id = LineGrammar::iconNumber(v.text);
-        if (id < 0)
-            return;
-        if (id >= count) {
-            ctx.complain(head + QStringLiteral(", eImage is over the max Icon's id"));
-            return;
+        const QString whose = needle ? QStringLiteral(", the needle's ") : QStringLiteral(", the Icon's ");
+        const quint8 mode = pictureMode(b);
+        bool clashTold = false;
+        auto mark = [&](int id) {
+            if (!setMode(modes, id, mode) && !clashTold) {
+                ctx.complain(head + whose + QStringLiteral("imageData is multiple modes"));
+                clashTold = true;
+            }
+        };
+        QSet<int> pairedEnds;
+        for (int i = 0; i < def->fieldCount; ++i) {
+            const FieldDef &f = def->fields[i];
+            if (f.codec != Codec::IconRef || pairedEnds.contains(i))
+                continue;
+            const QString key = QLatin1String(f.key);
+            // "firstIcon" and "lastIcon" (with any prefix) name a run of pictures.
+            const int last = key.contains(QLatin1String("first"))
+                ? def->indexOf(QString(key).replace(QLatin1String("first"), QLatin1String("last")).toLatin1().constData())
+                : -1;
+            const int first = LineGrammar::iconNumber(b.value(i).text);
+            if (last < 0 || def->fields[last].codec != Codec::IconRef) {
+                if (first < 0) {
+                    // Only the picture kinds need their picture; a button may have none.
+                    if (kind == K::Icon || kind == K::BitIcon)
+                        ctx.complain(head + QStringLiteral(", the Icon's eImage is missing"));
+                    else if (needle && key == QLatin1String("needleIcon") && needleUsesPicture(b))
+                        ctx.complain(head + QStringLiteral(", the needle's firstImage or lastImage is missing"));
+                    continue;
+                }
+                if (first >= count) {
+                    ctx.complain(head + QStringLiteral(", eImage is over the max Icon's id"));
+                    continue;
+                }
+                mark(first);
+                continue;
+            }
+            pairedEnds.insert(last);
+            const int end = LineGrammar::iconNumber(b.value(last).text);
+            if (first < 0 && end < 0) {
+                if (kind == K::Icon || kind == K::PngNumber)
+                    ctx.complain(head + whose + QStringLiteral("firstImage is missing"));
+                continue;
+            }
+            if (first < 0 || end < 0) {
+                ctx.complain(head + whose + QStringLiteral("firstImage or lastImage is missing"));
+                continue;
+            }
+            if (qMax(first, end) >= count)
+                ctx.complain(head + QStringLiteral(", lastImage is over the max Icon's id"));
+            for (int id = first; id <= qMax(first, end) && id < count; ++id)
+                mark(id);
         }
-        // The touch kinds only need the icon to be there.
-        if (!setMode(modes, id, 0x90))
-            ctx.complain(head + QStringLiteral(", the Icon's imageData is multiple modes"));
     });
 }
 
@@ -319,7 +385,8 @@ void gifUseCheck(BuildContext &ctx, QByteArray &modes)
                          + QString::number(qMax(id, 0)) + QStringLiteral("_Gifxxx isn't in the Gif folder"));
             return;
         }
-        setMode(modes, id, 0x90);
+        // Two gif widgets on one file in two formats: the first one's stands.
+        setMode(modes, id, pictureMode(b));
     });
 }
 

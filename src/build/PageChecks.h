@@ -17,6 +17,8 @@
 
 namespace vantile {
 
+class EditBuffer;
+
 namespace PageChecks {
 
 constexpr quint16 kNoGroup = 0xFFFF;
@@ -59,8 +61,20 @@ QVector<int> groupParents(const QStringList &lines);
 // The overlap group step: rewrites each page's .cfg whose groups changed.
 void overlapGroupStep(BuildContext &ctx);
 
+// The mode of a picture a widget uses: its format code with bit 7 set.
+// Kinds without a picture-format field only need the picture to be there.
+constexpr quint8 kPresenceMode = 0x90;
+// The mode a parsed widget asks for its pictures: its picture-format word
+// (the `dataFormat` row) with bit 7, or kPresenceMode when it has none or
+// leaves it empty (the encoder then chooses by transparency).
+quint8 pictureMode(const EditBuffer &widget);
+
 // Icon use: fills `modes` (one byte per icon id, grown as needed) from the
-// icon fields of the described kinds, with complaints.
+// icon fields of the described kinds, with complaints. A pair of fields
+// "...first..." / "...last..." is a run of pictures, first to last. An
+// unused id takes a widget's mode; presence only gives way to a real format
+// and replaces none; of two real formats the first stands, and the second
+// is a complaint.
 void iconUseCheck(BuildContext &ctx, QByteArray &modes);
 // Gif use: fills `modes` from the gif fields of the described kinds.
 void gifUseCheck(BuildContext &ctx, QByteArray &modes);

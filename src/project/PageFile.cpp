@@ -1,4 +1,5 @@
 #include "project/PageFile.h"
+#include "widgets/VariableKinds.h"
 
 namespace vantile {
 namespace PageFile {
@@ -6,8 +7,12 @@ namespace PageFile {
 Read read(const QString &path, quint32 supplierKey, const LogSink &log, Breaks breaks)
 {
     Read r;
-    const QStringList physical =
-        SealedFile::readLines(path, supplierKey, &r.form, &r.ok, log, &r.error);
+    QStringList physical = SealedFile::readLines(path, supplierKey, &r.form, &r.ok, log, &r.error);
+    // lines of an earlier version (comboButton) are read in today's form; a step
+    // that writes the file back (Keep) leaves them as they were written
+    if (breaks == Breaks::Drop)
+        for (QString &line : physical)
+            line = VariableKinds::upgradeOldLine(line);
     const QString separator = breaks == Breaks::Keep ? QStringLiteral("\n") : QString();
     for (const QString &record : TextFiles::glueRecords(physical, separator))
         if (!record.trimmed().isEmpty())

@@ -157,7 +157,8 @@ const QStringList &recordPrefixes()
 {
     // the page line, every kind's word, and the line that joins merged pages
     static const QStringList prefixes = QStringList{QStringLiteral("Page")} + WidgetKinds::kindWords()
-                                        + QStringList{QStringLiteral("Mergerboundaryline")};
+                                        + QStringList{QStringLiteral("Mergerboundaryline"),
+                                                      QStringLiteral("comboButton")}; // batVar's old word
     return prefixes;
 }
 

@@ -36,6 +36,7 @@ enum class Codec : quint8 {
     GifRef,      // file of Gif/; record: its four-digit number
     PageRef,     // page entry; record: its page number
     FontRef,     // font id in the line, the font file's name in the row
+    Entry,       // a list of its own: its commas and closing ";" kept as they stand
 };
 
 // Range of a number held in the edit buffer: what a read value is cut to.
@@ -175,6 +176,11 @@ using LabelTable = QHash<QString, QStringList>;
 using RecordWriter = int (*)(QByteArray &out, const EditBuffer &widget, const RecordContext &ctx);
 // A kind's own step after the common apply-edit rules.
 using ApplyRule = void (*)(EditBuffer &widget, const EditBuffer &before, const QSize &pagePicture);
+// The fields after ":" of a line whose fields don't all end at "," (the
+// encoder's entries hold their own), in line order.
+using FieldSplitter = QStringList (*)(const QString &line);
+// A kind's defaults that follow from the drop rectangle (set after it).
+using DropRule = void (*)(EditBuffer &widget);
 
 struct KindDef {
     WidgetKind kind = WidgetKind::None;
@@ -185,6 +191,8 @@ struct KindDef {
     RecordWriter writeRecord = nullptr;
     RecordWriter writeViceRecord = nullptr; // the six kinds that stand on Vice pages
     ApplyRule applyRule = nullptr;
+    FieldSplitter splitFields = nullptr; // nullptr: every field ends at ","
+    DropRule fitToDrop = nullptr;
 
     int indexOf(const char *key) const; // -1 when the kind has no such field
     const FieldDef *find(const char *key) const;

@@ -2,8 +2,11 @@
 #include "widgets/ButtonKinds.h"
 #include "widgets/TextKinds.h"
 #include "widgets/EditBuffer.h"
+#include "widgets/GaugeKinds.h"
+#include "widgets/IconKinds.h"
 #include "widgets/NumberKinds.h"
 #include "widgets/Records.h"
+#include "widgets/VariableKinds.h"
 #include "widgets/WidgetLine.h"
 
 #include <array>
@@ -24,6 +27,18 @@ const KindDef *const kDescribed[] = {
     &TextKinds::textRoll,
     &NumberKinds::number,
     &NumberKinds::pngNumber,
+    &VariableKinds::varAdj,
+    &VariableKinds::batVar,
+    &VariableKinds::autoVar,
+    &VariableKinds::encoder,
+    &GaugeKinds::slider,
+    &GaugeKinds::progress,
+    &GaugeKinds::rProgress,
+    &GaugeKinds::rTouch,
+    &GaugeKinds::needle,
+    &IconKinds::icon,
+    &IconKinds::bitIcon,
+    &IconKinds::gif,
 };
 
 const std::array<const KindDef *, kWidgetKindCount> &byKind()

@@ -82,6 +82,10 @@ struct RecordContext {
     std::function<QSize(int page)> pagePictureSize;
     VariableImage *variables = nullptr; // display kinds store initial values here
     const FontTable *fonts = nullptr;   // the build's font table; none: no fonts
+    // The place of a needle's frames (the animation step's table): the
+    // entry for its picture, start and final angle and step; 0xFFFFFFFF
+    // when none matches. Unset: no frames were made.
+    std::function<quint32(const QString &icon, int startAngle, int finalAngle, int step)> needleFrames;
     QString *errorText = nullptr;       // the build's collected complaints
 
     // The picture the page's rectangles rotate with.

@@ -58,6 +58,8 @@ QString cellToLineText(const FieldDef &f, const QString &cell)
         if (hasDigit(cell))
             return QString::number(LineGrammar::readDecimal(cell));
         return QString::number(f.table ? f.table->noMatch : 0);
+    case Codec::Entry:
+        return cell.trimmed();
     case Codec::FontRef: {
         const int id = LineGrammar::fontNumber(cell);
         return QString::number(id >= 0 ? qint64(id) : LineGrammar::readDecimal(cell));
@@ -122,6 +124,13 @@ QString lineText(const FieldDef &f, const FieldValue &v)
         return LineGrammar::switchWord(v.number != 0);
     case Codec::SwitchBit:
         return v.number != 0 ? QStringLiteral("1") : QStringLiteral("0");
+    case Codec::Entry: {
+        // an empty entry is the word NULL; any other ends with its ";"
+        const QString t = v.text.trimmed();
+        if (t.isEmpty() || t == QLatin1String("NULL"))
+            return QStringLiteral("NULL");
+        return t.endsWith(QLatin1Char(';')) ? t : t + QLatin1Char(';');
+    }
     default:
         return withoutSeparators(v.text);
     }
@@ -166,10 +175,11 @@ ParseStatus parse(const QString &line, WidgetKind kind, EditBuffer &out)
         return ParseStatus::NoSchema;
     out.resetToDefaults();
     const KindDef &def = *out.definition();
+    const QStringList fields = def.splitFields ? def.splitFields(line) : parts.fields;
     for (int i = 0; i < def.fieldCount; ++i) {
         const FieldDef &f = def.fields[i];
-        if (f.inLine() && !f.fixed && f.linePos < parts.fields.size())
-            out.setValue(i, readLineText(f, parts.fields[f.linePos]));
+        if (f.inLine() && !f.fixed && f.linePos < fields.size())
+            out.setValue(i, readLineText(f, fields[f.linePos]));
     }
     return ParseStatus::Ok;
 }
@@ -199,6 +209,8 @@ EditBuffer createNew(WidgetKind kind, quint32 index, const QRect &dropRect)
     if (kind == WidgetKind::Statictext && b.has("name"))
         b.setText("name", QStringLiteral("Statictext_") + QString::number(index));
     b.setRect(dropRect);
+    if (b.hasSchema() && b.definition()->fitToDrop)
+        b.definition()->fitToDrop(b);
     return b;
 }
 

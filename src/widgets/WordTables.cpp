@@ -83,6 +83,12 @@ const WordEntry kAlignment[] = {{"Left", 0},   {"Middle", 1},   {"Right", 2},
 const WordEntry kEncoding[] = {{"GB2312", 0}, {"GBK", 1},     {"BIG5", 2},  {"Unicode", 3},
                                {"Ascii", 4},  {"unicode", 6}, {"Custom", 9}};
 
+const WordEntry kStepSign[] = {{"+", 0}, {"-", 1}};
+
+const WordEntry kCycle[] = {{"Loop", 1}, {"Stop", 0}};
+
+const WordEntry kPress[] = {{"Once", 0}, {"Repeat", 1}};
+
 template <int N>
 constexpr WordTable table(const WordEntry (&e)[N], int noMatch)
 {
@@ -104,6 +110,9 @@ const WordTable pictureFormat = table(kPictureFormat, 32);
 const WordTable boolean = table(kBoolean, 0);
 const WordTable alignment = table(kAlignment, 0);
 const WordTable encoding = table(kEncoding, 0);
+const WordTable stepSign = table(kStepSign, 1);
+const WordTable cycle = table(kCycle, 0);
+const WordTable press = table(kPress, 1);
 
 } // namespace WordTables
 

@@ -39,6 +39,9 @@ extern const WordTable pictureFormat;  // RGB565/RGB888 0 ... ZoomIN 9; else 32
 extern const WordTable boolean;        // "true" 1; else 0
 extern const WordTable alignment;      // Left 0 ... B-Right 8; else 0
 extern const WordTable encoding;       // GB2312 0 ... Custom 9 (5, 7, 8 have no word)
+extern const WordTable stepSign;       // "+" 0, "-" 1; else 1
+extern const WordTable cycle;          // Loop 1, Stop 0; else 0
+extern const WordTable press;          // Once 0, Repeat 1; else 1
 
 } // namespace WordTables
 

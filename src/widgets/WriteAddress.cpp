@@ -49,8 +49,14 @@ int dropStep(WidgetKind kind)
     case WidgetKind::PngNumber: return 4;
     case WidgetKind::Icon:
     case WidgetKind::BitIcon:
+    case WidgetKind::Gif:
     case WidgetKind::VarAdj:
-    case WidgetKind::AutoVar: return 1;
+    case WidgetKind::AutoVar:
+    case WidgetKind::Slider:
+    case WidgetKind::Progress:
+    case WidgetKind::RProgress:
+    case WidgetKind::RTouch:
+    case WidgetKind::Needle: return 1;
     default: return 0;
     }
 }

@@ -197,12 +197,12 @@ private slots:
         const QStringList lines = {
             kPlainPageLine,
             buttonLine("b0", 100, 50, 64, 32, "Disable", "0x0007"),
-            "icon_0:100,50,64,32,0001_a.png,icon_0,0xFFFF,1;",
-            "icon_1:99,50,64,32,0001_a.png,icon_1,0x0003,1;",
-            "icon_2:99,50,1,1,0001_a.png,icon_2,0xFFFF,1;",
+            "icon_0:0xFFFF,2,0x0000,2,100,50,64,32,0001_a.png,,,,0,0,icon_0,Disable,0xFFFF,1;",
+            "icon_1:0xFFFF,2,0x0000,2,99,50,64,32,0001_a.png,,,,0,0,icon_1,Disable,0x0003,1;",
+            "icon_2:0xFFFF,2,0x0000,2,99,50,1,1,0001_a.png,,,,0,0,icon_2,Disable,0xFFFF,1;",
         };
         const QStringList chip3 = PageChecks::assignGroups(lines, 3);
-        QCOMPARE(chip3[2], QString("icon_0:100,50,64,32,0001_a.png,icon_0,0x0001,1;"));
+        QCOMPARE(chip3[2], QString("icon_0:0xFFFF,2,0x0000,2,100,50,64,32,0001_a.png,,,,0,0,icon_0,Disable,0x0001,1;"));
         QVector<quint16> groups;
         for (const QString &line : chip3)
             groups << PageChecks::lineGroup(line);

@@ -139,11 +139,11 @@ private slots:
         QCOMPARE(WidgetLine::write(WidgetLine::createNew(WidgetKind::KBKey, 0, QRect(10, 20, 30, 40))),
                  QString("kbkey_0:10,20,30,40,0x0020,,kbkey_0,Disable,1;"));
         // a kind not described yet: a name, no rows, no edits
-        EditBuffer slider = WidgetLine::createNew(WidgetKind::Slider, 2, QRect(1, 2, 3, 4));
-        QVERIFY(!slider.hasSchema());
-        QCOMPARE(slider.objectName(), QString("slider_2"));
-        QVERIFY(WidgetLine::tableRows(slider, 0).isEmpty());
-        QVERIFY(!WidgetLine::applyEdit(slider, {"x"}, kPage));
+        EditBuffer curve = WidgetLine::createNew(WidgetKind::Curve, 2, QRect(1, 2, 3, 4));
+        QVERIFY(!curve.hasSchema());
+        QCOMPARE(curve.objectName(), QString("curve_2"));
+        QVERIFY(WidgetLine::tableRows(curve, 0).isEmpty());
+        QVERIFY(!WidgetLine::applyEdit(curve, {"x"}, kPage));
     }
 
     void buttonRows()

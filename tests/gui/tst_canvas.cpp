@@ -77,7 +77,7 @@ private slots:
         QTest::addColumn<int>("historySteps"); // -1: not checked
         QTest::addColumn<QString>("message");
         const QString b0 = button(0, 10, 10, 50, 20), locked = button(0, 10, 10, 50, 20, 2);
-        QTest::newRow("kind without a line layout") << L() << "a AddSlider; d 10,10 60,60"_q << L() << 0 << ""_q;
+        QTest::newRow("kind without a line layout") << L() << "a AddCurve; d 10,10 60,60"_q << L() << 0 << ""_q;
         QTest::newRow("release past the last column") << L() << "a AddButton; d 390,290 400,295"_q << L() << 0
                                                       << "The focus is out of the effective range"_q;
         // the widget's last column on the canvas's last column: 350 + 50 = 400; one step for the whole drag

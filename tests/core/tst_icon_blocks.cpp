@@ -1,0 +1,341 @@
+// The icon and gif blocks and the needle animation step on small projects.
+// Expected bytes are worked out by hand: table entries are address 4,
+// width 2, height 2, length 3, format 1 (little-endian); gif entries are
+// address 4, frame count 4; frame entries address 4, x 2, y 2, width 2,
+// height 2, length 3, format 1. Pictures are 1 x 1 unless told: red packs
+// as RGB565 00F8, green E007, blue 1F00; opaque white aRGB4444 FFFF.
+
+#include "build/BuildContext.h"
+#include "build/GifBlock.h"
+#include "build/IconBlock.h"
+#include "build/PageChecks.h"
+#include "project/PageList.h"
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QTemporaryDir>
+#include <QtTest>
+
+using namespace vantile;
+
+namespace {
+
+QByteArray hex(const char *spaced) { return QByteArray::fromHex(spaced); } // blanks are skipped
+
+QByteArray readAll(const QString &path)
+{
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+// A button that shows `picture` unpressed.
+QString button(int n, const QString &picture)
+{
+    return QStringLiteral("button_%1:0,0,10,10,0x0021,%2,,,b%1,Disable,Disable,0x0000,0xFFFF,1;").arg(n).arg(picture);
+}
+
+// A needle line in the order of its fields.
+QString needle(int n, const QString &type, const QString &icon, int start, int final, int step)
+{
+    return QStringLiteral("needle_%1:0xFFFF,0x1000,10,10,100,100,,50,50,%2,%3,%4,0,Disable,,%5,10,60,0x969696,9,"
+                          "0xB4B4B4,%6,Disable,0xFFFF,0,short,0,0,,,Left,Disable,3,0,n%1;")
+        .arg(n).arg(start).arg(final).arg(step).arg(type, icon);
+}
+
+// A GIF of 2 x 1 frames by hand: palette red, green, blue, black; each
+// frame's two indices LZW-coded with 3-bit codes: clear 4, a, b, end 5.
+QByteArray gif(const QVector<QPair<int, int>> &frames)
+{
+    QByteArray g("GIF89a");
+    g += hex("0200 0100 81 00 00") + hex("FF0000 00FF00 0000FF 000000");
+    for (const auto &[a, b] : frames) {
+        const int codes = 4 | (a << 3) | (b << 6) | (5 << 9);
+        g += hex("21F9 04 00 0A00 00 00") + hex("2C 0000 0000 0200 0100 00") + hex("02 02");
+        g += char(codes & 0xFF);
+        g += char(codes >> 8);
+        g += char(0);
+    }
+    return g + char(0x3B);
+}
+
+struct Project {
+    QTemporaryDir dir;
+    BlockDirectory directory;
+    BuildContext ctx;
+
+    explicit Project(int chip = 1, int languages = 1)
+    {
+        ctx.projectDir = dir.path() + QStringLiteral("/");
+        for (const char *folder : {"Plugin", "Icon", "Gif"})
+            QDir(dir.path()).mkpath(QLatin1String(folder));
+        ctx.settings.xsize = "480";
+        ctx.settings.ysize = "272";
+        ctx.settings.panelType = chip;
+        ctx.settings.flashTypeIndex = 1; // Nor: no row padding
+        ctx.settings.languageNum = QString::number(languages);
+        ctx.flags = BuildFlags::of(ctx.settings);
+        ctx.pageLines << PageList::blankLine(0);
+        ctx.pages << PageInfo::parse(ctx.pageLines.last());
+        ctx.directory = &directory;
+    }
+    void page(const QStringList &lines)
+    {
+        QFile f(ctx.projectDir + PageChecks::pageFile(0, ".cfg"));
+        QVERIFY(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        f.write((lines.join('\n') + '\n').toUtf8());
+    }
+    // A picture of one colour in Icon/ (or a folder under it).
+    void icon(const QString &relative, QRgb colour, int w = 1, int h = 1)
+    {
+        QDir(dir.path()).mkpath(QFileInfo(ctx.projectDir + relative).path());
+        QImage image(w, h, QImage::Format_ARGB32);
+        image.fill(colour);
+        QVERIFY(image.save(ctx.projectDir + relative, "PNG"));
+    }
+    void file(const QString &relative, const QByteArray &bytes)
+    {
+        QFile f(ctx.projectDir + relative);
+        QVERIFY(f.open(QIODevice::WriteOnly) && f.write(bytes) == bytes.size());
+    }
+    QByteArray iconBlock(qint64 start)
+    {
+        ctx.runningAddress = start;
+        IconBlockBuilder().build(ctx);
+        return readAll(ctx.blockPath(Block::Icon));
+    }
+};
+
+const char *kEmpty1048 = "48100000 0000 0000 000000 00"; // unused entry, data address 0x1048
+
+QByteArray repeat(const char *entry, int n) { return hex(entry).repeated(n); }
+
+} // namespace
+
+class TestIconBlocks : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void iconTables_data()
+    {
+        QTest::addColumn<QStringList>("pictures");  // red in Icon/, blue in Icon/0001/
+        QTest::addColumn<int>("languages");
+        QTest::addColumn<QByteArray>("expected");   // the block from 0x1000
+        QTest::addColumn<bool>("languageScanned");
+
+        // Only 5 used: C1 = 6, entries 0-4 empty at the data address 0x1048.
+        const QByteArray one = repeat(kEmpty1048, 5) + hex("48100000 0100 0100 020000 00") + hex("00F8");
+        QTest::newRow("only icon 5") << QStringList{"Icon/0005_a.png"} << 1 << one << false;
+        QTest::newRow("unused icon 2 left out") << QStringList{"Icon/0002_b.png", "Icon/0005_a.png"} << 1 << one
+                                               << false;
+        QTest::newRow("L = 1 ignores Icon/0001") << QStringList{"Icon/0005_a.png", "Icon/0001/0005_a.png"} << 1
+                                                 << one << false;
+        // Two tables (144 bytes): data from 0x1090; language 1 has its own
+        // picture 5 at 0x1092 and shares the empty entries of language 0.
+        const char *empty = "90100000 0000 0000 000000 00";
+        QTest::newRow("second language")
+            << QStringList{"Icon/0005_a.png", "Icon/0001/0005_a.png"} << 2
+            << repeat(empty, 5) + hex("90100000 0100 0100 020000 00") + repeat(empty, 5)
+                   + hex("92100000 0100 0100 020000 00") + hex("00F8 1F00")
+            << true;
+        // Language 1 without a folder repeats the table of language 0.
+        QTest::newRow("language without folder")
+            << QStringList{"Icon/0005_a.png"} << 2
+            << repeat(empty, 5) + hex("90100000 0100 0100 020000 00") + repeat(empty, 5)
+                   + hex("90100000 0100 0100 020000 00") + hex("00F8")
+            << false;
+    }
+    void iconTables()
+    {
+        QFETCH(QStringList, pictures);
+        QFETCH(int, languages);
+        Project p(1, languages);
+        for (const QString &pic : pictures)
+            p.icon(pic, pic.contains("/0001/") ? qRgb(0, 0, 255) : qRgb(255, 0, 0));
+        QFETCH(QByteArray, expected);
+        QFETCH(bool, languageScanned);
+        p.page({button(0, "0005_a.png")});
+        QCOMPARE(p.iconBlock(0x1000), expected);
+        QCOMPARE(p.directory.value(BlockDirectory::IconAddress), 0x1000u);
+        QCOMPARE(p.directory.value(BlockDirectory::IconCount), 6u);
+        QCOMPARE(p.ctx.runningAddress, 0x1000 + expected.size());
+        QCOMPARE(!p.ctx.buildLog.filter("Scan Icon dir0001").isEmpty(), languageScanned);
+        QVERIFY(p.ctx.errorText.isEmpty());
+    }
+
+    void missingAndBrokenIcons()
+    {
+        // 3 has no file, 2 is no picture: both format 0xFF, 5 still stored.
+        Project p;
+        p.icon("Icon/0005_a.png", qRgb(255, 0, 0));
+        p.file("Icon/0002_bad.png", "this is no picture");
+        p.page({button(0, "0005_a.png"), button(1, "0003_x.png"), button(2, "0002_bad.png")});
+        const char *bad = "48100000 0000 0000 000000 FF";
+        QCOMPARE(p.iconBlock(0x1000), repeat(kEmpty1048, 2) + repeat(bad, 2) + hex(kEmpty1048)
+                                          + hex("48100000 0100 0100 020000 00 00F8"));
+        QVERIFY(p.ctx.errorText.contains("The icon3does not exist!\n"));
+        QVERIFY(p.ctx.errorText.contains("The icon cannot be opened: Icon/0002_bad.png"));
+        QVERIFY(p.ctx.buildLog.contains("Make icon_all.bin"));
+        QCOMPARE(p.directory.value(BlockDirectory::IconCount), 6u);
+        QCOMPARE(p.ctx.runningAddress, 0x1000 + 74);
+    }
+
+    void modeChoosesFormat()
+    {
+        // Icon 7 in "softpng" (0x81): opaque black packs as 0x0821.
+        Project p;
+        p.icon("Icon/0007_k.png", qRgb(0, 0, 0));
+        QByteArray modes(8, '\0');
+        modes[7] = char(0x81);
+        p.ctx.runningAddress = 0x1000;
+        IconBlock::build(p.ctx, modes);
+        const QByteArray block = readAll(p.ctx.blockPath(Block::Icon));
+        QCOMPARE(block.mid(7 * 12), hex("60100000 0100 0100 020000 01 2108"));
+    }
+
+    void vc530Boundary_data()
+    {
+        QTest::addColumn<qint64>("start");
+        QTest::addColumn<quint32>("tableAddress");
+        QTest::addColumn<QByteArray>("expected");
+        const qint64 b = 0x7D80000;
+        // Tables end 4 bytes short of it; the 8-byte icon moves onto it.
+        QTest::newRow("icon moved") << b - 76 << quint32(b - 76)
+                                    << repeat("FCFFD707 0000 0000 000000 00", 5)
+                                           + hex("0000D807 0400 0100 080000 00 FFFFFFFF 00F800F800F800F8");
+        // Tables would cross: 10 bytes of 0xFF, tables from the boundary.
+        QTest::newRow("table moved") << b - 10 << quint32(b)
+                                     << hex("FFFFFFFFFFFFFFFFFFFF") + repeat("4800D807 0000 0000 000000 00", 5)
+                                            + hex("4800D807 0400 0100 080000 00 00F800F800F800F8");
+    }
+    void vc530Boundary()
+    {
+        Project p(3);
+        p.icon("Icon/0005_a.png", qRgb(255, 0, 0), 4, 1);
+        p.page({button(0, "0005_a.png")});
+        QFETCH(qint64, start);
+        QFETCH(quint32, tableAddress);
+        QFETCH(QByteArray, expected);
+        QCOMPARE(p.iconBlock(start), expected);
+        QCOMPARE(p.directory.value(BlockDirectory::IconAddress), tableAddress);
+        QCOMPARE(p.ctx.runningAddress, start + expected.size());
+    }
+
+    void gifBlock_data()
+    {
+        QTest::addColumn<qint64>("start");
+        QTest::addColumn<QByteArray>("expected");
+        // Gif 0 is broken (empty entry), gif 1 has three 2 x 1 frames. Odd
+        // start 0x2001: 0xFF, table at 0x2002 (2 x 8), gif 1 at 0x2012 with
+        // its 48-byte frame table, frames of 4 bytes from 0x2042.
+        QTest::newRow("odd start") << qint64(0x2001)
+                                   << hex("FF 00000000 00000000 12200000 03000000"
+                                          "42200000 0000 0000 0200 0100 040000 00"
+                                          "46200000 0000 0000 0200 0100 040000 00"
+                                          "4A200000 0000 0000 0200 0100 040000 00"
+                                          "00F8E007 1F0000F8 E0071F00");
+        QTest::newRow("even start") << qint64(0x2000)
+                                    << hex("00000000 00000000 10200000 03000000"
+                                           "40200000 0000 0000 0200 0100 040000 00"
+                                           "44200000 0000 0000 0200 0100 040000 00"
+                                           "48200000 0000 0000 0200 0100 040000 00"
+                                           "00F8E007 1F0000F8 E0071F00");
+    }
+    void gifBlock()
+    {
+        QFETCH(qint64, start);
+        QFETCH(QByteArray, expected);
+        Project p;
+        p.file("Gif/0001_anim.gif", gif({{0, 1}, {2, 0}, {1, 2}}));
+        p.file("Gif/0000_bad.gif", "GIF89a but nothing after it");
+        p.ctx.runningAddress = start;
+        GifBlock::build(p.ctx, hex("80 80"));
+        QCOMPARE(readAll(p.ctx.blockPath(Block::Gif)), expected);
+        QCOMPARE(p.directory.value(BlockDirectory::GifAddress), quint32(start + (start & 1)));
+        QCOMPARE(p.directory.value(BlockDirectory::GifCount), 2u);
+        QCOMPARE(p.ctx.runningAddress, start + expected.size());
+        QVERIFY(p.ctx.errorText.contains("The gif does not exist or cannot be opened: Gif/0000_bad.gif"));
+        QVERIFY(p.ctx.buildLog.contains("Make Gif_all.bin"));
+    }
+
+    void unusedGifsAndEmptyFolder()
+    {
+        Project p;
+        p.ctx.runningAddress = 0x3001;
+        GifBlock::build(p.ctx, QByteArray());
+        QVERIFY(!QFile::exists(p.ctx.blockPath(Block::Gif)));
+        QCOMPARE(p.ctx.runningAddress, 0x3001);
+        QCOMPARE(p.directory.value(BlockDirectory::GifCount), 0u);
+        // Gif 4 alone and unused: 5 empty entries, no frames.
+        p.file("Gif/0004_a.gif", gif({{0, 0}}));
+        GifBlock::build(p.ctx, QByteArray());
+        QCOMPARE(readAll(p.ctx.blockPath(Block::Gif)), hex("FF") + QByteArray(40, '\0'));
+    }
+
+    void needleFrames_data()
+    {
+        QTest::addColumn<int>("angle");
+        QTest::addColumn<int>("rotation");
+        QTest::addColumn<QSize>("size");
+        QTest::addColumn<QPoint>("offset");
+        // A 2 x 4 needle drawn tip up over its pivot at angle 180.
+        QTest::newRow("180: upright") << 180 << 0 << QSize(2, 4) << QPoint(-1, -4);
+        QTest::newRow("0: tip down") << 0 << 0 << QSize(2, 4) << QPoint(-1, 0);
+        QTest::newRow("90: tip left") << 90 << 0 << QSize(4, 2) << QPoint(-4, -1);
+        QTest::newRow("180 on a panel turned clockwise") << 180 << 1 << QSize(4, 2) << QPoint(0, -1);
+    }
+    void needleFrames()
+    {
+        QFETCH(int, angle);
+        QFETCH(int, rotation);
+        QImage n(2, 4, QImage::Format_ARGB32_Premultiplied);
+        n.fill(Qt::white);
+        QFETCH(QSize, size);
+        QFETCH(QPoint, offset);
+        QPoint found;
+        const QImage f = NeedleAnimation::frame(n, angle, rotation, &found);
+        QCOMPARE(f.size(), size);
+        QCOMPARE(found, offset);
+        QCOMPARE(qAlpha(f.pixel(0, 0)), 255); // an upright quarter turn stays sharp
+    }
+
+    void needlesShareAnimations()
+    {
+        Project p;
+        p.icon("Icon/0000_n.png", qRgb(255, 255, 255), 2, 4);
+        p.page({needle(0, "PNGdrawing", "0000_n.png", 0, 90, 45), needle(1, "PNGdrawing", "0000_n.png", 0, 90, 45),
+                needle(2, "Animation", "0000_n.png", 0, 90, 90), needle(3, "2Ddrawing", "0000_n.png", 0, 90, 10)});
+        int counted = 0;
+        const QList<NeedleAnimation::Animation> plan = NeedleAnimation::plan(p.ctx, &counted);
+        QCOMPARE(counted, 3);
+        QCOMPARE(plan.size(), 2);
+        // C1 = 1: the first animation's frames are entries 1-3, the second's 4-5.
+        QCOMPARE(NeedleAnimation::place(plan, {"0000_n.png", 0, 90, 45}), 1u);
+        QCOMPARE(NeedleAnimation::place(plan, {"0000_n.png", 0, 90, 90}), 4u);
+        QCOMPARE(NeedleAnimation::place(plan, {"0000_n.png", 0, 180, 90}), 0xFFFFFFFFu);
+
+        NeedleAnimation::run(p.ctx);
+        // Animation, frame and offset in the names; the 45 degree frame's
+        // offset depends on the smoothing, the others are exact.
+        QStringList frames = IconBlock::pictureFiles(p.ctx.path("Needle"));
+        QCOMPARE(frames.size(), 5);
+        QVERIFY(frames[1].startsWith("0000_00001_-"));
+        frames.removeAt(1);
+        QCOMPARE(frames, (QStringList{"0000_00000_-1_0.png", "0000_00002_-4_-1.png", "0001_00000_-1_0.png",
+                                      "0001_00001_-4_-1.png"}));
+        QCOMPARE(p.ctx.buildLog.filter("Needle_Ani_Number:"), QStringList{"Needle_Ani_Number:2"});
+
+        // The icon block: icon 0 unused, five frames in aRGB4444; frame 0
+        // (2 x 4 opaque white) is 16 bytes of FF right behind 6 entries.
+        p.ctx.runningAddress = 0x1000;
+        IconBlock::build(p.ctx, QByteArray());
+        const QByteArray block = readAll(p.ctx.blockPath(Block::Icon));
+        QCOMPARE(p.directory.value(BlockDirectory::IconCount), 6u);
+        QCOMPARE(block.mid(12, 12), hex("48100000 0200 0400 100000 02"));
+        QCOMPARE(block.mid(72, 16), QByteArray(16, char(0xFF)));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestIconBlocks)
+#include "tst_icon_blocks.moc"

@@ -1,5 +1,6 @@
 #include "designer/CanvasWidgets.h"
 
+#include "designer/PictureRenderers.h"
 #include "designer/TextRenderers.h"
 #include "designer/WidgetLook.h"
 #include "project/MediaFiles.h"
@@ -38,24 +39,36 @@ protected:
 };
 
 // Kinds whose picture is rendered from their fields rather than read from
-// a file: the text and number kinds.
+// a file: the text and number kinds, and the kinds drawn from their
+// pictures. `takesSize`: the widget takes the size of what it shows.
 struct RendererEntry {
     WidgetKind kind;
     TextRenderers::Renderer render;
+    bool takesSize;
 };
 constexpr RendererEntry kRenderers[] = {
-    {WidgetKind::Label, TextRenderers::renderLabel},
-    {WidgetKind::Statictext, TextRenderers::renderLabel},
-    {WidgetKind::TextRoll, TextRenderers::renderTextRoll},
-    {WidgetKind::Number, TextRenderers::renderNumber},
-    {WidgetKind::PngNumber, TextRenderers::renderPngNumber},
+    {WidgetKind::Label, TextRenderers::renderLabel, false},
+    {WidgetKind::Statictext, TextRenderers::renderLabel, false},
+    {WidgetKind::TextRoll, TextRenderers::renderTextRoll, false},
+    {WidgetKind::Number, TextRenderers::renderNumber, false},
+    {WidgetKind::PngNumber, TextRenderers::renderPngNumber, false},
+    {WidgetKind::Icon, PictureRenderers::renderIcon, true},
+    {WidgetKind::BitIcon, PictureRenderers::renderBitIcon, true},
+    {WidgetKind::Gif, PictureRenderers::renderGif, true},
+    {WidgetKind::VarAdj, PictureRenderers::renderVarButton, true},
+    {WidgetKind::BatVar, PictureRenderers::renderVarButton, true},
+    {WidgetKind::Slider, PictureRenderers::renderBar, false},
+    {WidgetKind::Progress, PictureRenderers::renderBar, false},
+    {WidgetKind::RProgress, PictureRenderers::renderRing, false},
+    {WidgetKind::RTouch, PictureRenderers::renderRing, false},
+    {WidgetKind::Needle, PictureRenderers::renderNeedle, false},
 };
 
-TextRenderers::Renderer rendererOf(WidgetKind kind)
+const RendererEntry *rendererOf(WidgetKind kind)
 {
     for (const RendererEntry &e : kRenderers)
         if (e.kind == kind)
-            return e.render;
+            return &e;
     return nullptr;
 }
 
@@ -181,11 +194,17 @@ QSize CanvasWidgets::paint(QLabel *label, const EditBuffer &widget, float zoom, 
     QSize pictureSize;
     const PictureField pf = pictureField(widget.kind());
     label->setPixmap(QPixmap());
-    if (const TextRenderers::Renderer render = rendererOf(widget.kind())) {
-        // drawn at the widget's own size, which it keeps
-        const QImage image = render(widget, projectDir, problem);
-        if (!image.isNull() && zoom > 0)
-            label->setPixmap(QPixmap::fromImage(zoomed(image, zoom)));
+    if (const RendererEntry *entry = rendererOf(widget.kind())) {
+        // drawn at the widget's own size, which it keeps unless it takes the picture's
+        const QImage image = entry->render(widget, projectDir, problem);
+        if (!image.isNull() && zoom > 0) {
+            const QImage s = zoomed(image, zoom);
+            label->setPixmap(QPixmap::fromImage(s));
+            if (entry->takesSize) {
+                r.setSize(s.size());
+                pictureSize = image.size();
+            }
+        }
     } else if (pf.key) {
         const QString file = widget.text(pf.key);
         if (!file.isEmpty()) {

@@ -113,8 +113,9 @@ ReadStatus readFile(const QString &path, QByteArray *bytes, FileError *error, qi
     QFile f(path);
     if (!f.open(QIODevice::ReadOnly))
         return fail(ReadStatus::Unreadable, f.errorString());
-    // read no more than the limit, even if the file grows meanwhile
-    QByteArray data = f.read(maxSize + 1);
+    // read the size the file has (one byte more shows growth past the limit);
+    // asking for the whole limit would have a buffer of that size made first
+    QByteArray data = f.read(qMin(info.size(), maxSize) + 1);
     if (data.size() > maxSize)
         return fail(ReadStatus::TooLarge, QStringLiteral("File too large: the limit is %1 MB").arg(maxSize >> 20));
     if (f.error() != QFileDevice::NoError)

@@ -164,6 +164,63 @@ private slots:
         QVERIFY(p.ctx.errorText.isEmpty());
     }
 
+    // Every stored icon read back by hand gives its source picture, turned
+    // for the panel: stored (x, y) shows the source pixel at `from`.
+    void iconRoundTrip_data()
+    {
+        QTest::addColumn<int>("rotation");
+        QTest::newRow("upright") << 0;
+        QTest::newRow("clockwise") << 1;
+        QTest::newRow("half turn") << 2;
+        QTest::newRow("counter-clockwise") << 3;
+    }
+    void iconRoundTrip()
+    {
+        QFETCH(int, rotation);
+        const int w = 3, h = 2;
+        QImage source(w, h, QImage::Format_ARGB32);
+        for (int y = 0; y < h; ++y)
+            for (int x = 0; x < w; ++x)
+                source.setPixel(x, y, qRgba(83 * x + 7, 200 - 150 * y, 61 * (x + y) + 13, 255 - 70 * x - 40 * y));
+        Project p;
+        p.ctx.settings.rotate = rotation;
+        for (const char *name : {"Icon/0000_565.png", "Icon/0001_4444.png", "Icon/0002_8565.png"})
+            QVERIFY(source.save(p.ctx.projectDir + name, "PNG"));
+        p.ctx.runningAddress = 0x1000;
+        IconBlock::build(p.ctx, hex("80 82 88")); // RGB565, aRGB4444, aRGB8565
+        const QByteArray block = readAll(p.ctx.blockPath(Block::Icon));
+        const bool turned = rotation % 2 == 1;
+        auto from = [&](int x, int y) {
+            switch (rotation) {
+            case 1: return QPoint(y, h - 1 - x);
+            case 2: return QPoint(w - 1 - x, h - 1 - y);
+            case 3: return QPoint(w - 1 - y, x);
+            default: return QPoint(x, y);
+            }
+        };
+        auto u = [&](int at) { return int(quint8(block.at(at))); };
+        for (int icon = 0; icon < 3; ++icon) {
+            const int e = 12 * icon, format = u(e + 11), bpp = format == 8 ? 3 : 2;
+            const int sw = u(e + 4) | u(e + 5) << 8, sh = u(e + 6) | u(e + 7) << 8;
+            QCOMPARE(QSize(sw, sh), turned ? QSize(h, w) : QSize(w, h));
+            QCOMPARE(format, (QVector<int>{0, 2, 8}).at(icon));
+            QCOMPARE(u(e + 8) | u(e + 9) << 8 | u(e + 10) << 16, sw * sh * bpp);
+            const int data = (u(e) | u(e + 1) << 8 | u(e + 2) << 16 | u(e + 3) << 24) - 0x1000;
+            for (int y = 0; y < sh; ++y) {
+                for (int x = 0; x < sw; ++x) {
+                    const int at = data + (y * sw + x) * bpp, word = u(at) | u(at + 1) << 8;
+                    const QRgb s = source.pixel(from(x, y));
+                    const QRgb got = format == 2
+                        ? qRgba((word >> 8 & 15) << 4, (word >> 4 & 15) << 4, (word & 15) << 4, (word >> 12) << 4)
+                        : qRgba((word >> 11) << 3, (word >> 5 & 63) << 2, (word & 31) << 3, format == 8 ? u(at + 2) : 255);
+                    const QRgb want = format == 2 ? s & 0xF0F0F0F0u : (s & 0x00F8FCF8u) | (format == 8 ? s & 0xFF000000u : 0xFF000000u);
+                    QVERIFY2(got == want, qPrintable(QStringLiteral("icon %1 at %2,%3: %4, source %5").arg(icon).arg(x).arg(y)
+                                                         .arg(got, 8, 16).arg(s, 8, 16)));
+                }
+            }
+        }
+    }
+
     void missingAndBrokenIcons()
     {
         // 3 has no file, 2 is no picture: both format 0xFF, 5 still stored.

@@ -3,11 +3,13 @@
 //   vantile-make-demo <directory>
 //
 // The project is "demo": demo.uiprj (page list), demo.ini (settings, two
-// languages), the nine project folders, the page pictures in Picture/ and
-// the digit pictures of a picture number in Icon/, all drawn here, the
-// widgets of each page in Plugin/, three bitmap fonts in FontBin/ made by
-// our font maker from installed families, a key beep in WavBin/, the static
-// text table and the language tables. Text on the pictures uses a built-in 5x7 dot font; the
+// languages), the nine project folders, the page pictures in Picture/,
+// the digit pictures of a picture number and the widgets' pictures (gauge
+// rings, bar tracks, a knob, a lamp) in Icon/, all drawn here, a spinner
+// in Gif/ written by a small GIF writer, the widgets of each page in
+// Plugin/, three bitmap fonts in FontBin/ made by our font maker from
+// installed families, a key beep in WavBin/, the static text table and the
+// language tables. Text on the pictures uses a built-in 5x7 dot font; the
 // widgets' texts use the fonts. Every run gives the same bytes.
 
 #include <cmath>
@@ -32,6 +34,7 @@
 #include <QFontDatabase>
 #include <QGuiApplication>
 #include <QImage>
+#include <QImageReader>
 #include <QLinearGradient>
 #include <QPainter>
 #include <QPainterPath>
@@ -100,6 +103,7 @@ const Glyph kGlyphs[] = {
     {'.', {"     ", "     ", "     ", "     ", "     ", " ##  ", " ##  "}},
     {':', {"     ", " ##  ", " ##  ", "     ", " ##  ", " ##  ", "     "}},
     {'-', {"     ", "     ", "     ", "#####", "     ", "     ", "     "}},
+    {'+', {"     ", "  #  ", "  #  ", "#####", "  #  ", "  #  ", "     "}},
     {'%', {"##   ", "##  #", "   # ", "  #  ", " #   ", "#  ##", "   ##"}},
     {'/', {"     ", "    #", "   # ", "  #  ", " #   ", "#    ", "     "}},
     {'<', {"   # ", "  #  ", " #   ", "#    ", " #   ", "  #  ", "   # "}},
@@ -237,11 +241,67 @@ void drawHeader(QPainter &p, const QColor &accent)
 // ---------------------------------------------------------------------------
 // Page 0: a dashboard with three round gauges, four action tiles and a tab bar.
 
-void drawGauge(QPainter &p, const QPointF &c, qreal fraction, const QColor &color, const QString &label,
-               const QString &unit)
+struct GaugeLook {
+    int centreX;
+    QColor colour;
+    const char *label, *unit;
+};
+
+const GaugeLook kGauges[3] = {{150, QColor(0x00, 0xc8, 0xf0), "TEMPERATURE", "C"},
+                              {400, QColor(0x2e, 0xd5, 0x73), "PRESSURE", "BAR"},
+                              {650, QColor(0xff, 0x9f, 0x1c), "FLOW", "L/MIN"}};
+
+const QRect kLamp(744, 296, 20, 20); // the alarm lamp, right above the ALARM tile
+
+QImage drawLamp(bool on)
+{
+    QImage img(kLamp.size(), QImage::Format_ARGB32);
+    img.fill(Qt::transparent);
+    QPainter p(&img);
+    p.setRenderHint(QPainter::Antialiasing, true);
+    const QPointF c(kLamp.width() / 2.0, kLamp.height() / 2.0);
+    QRadialGradient g(c - QPointF(2, 2), kLamp.width() / 2.0);
+    g.setColorAt(0, on ? QColor(0xff, 0xf0, 0x9a) : QColor(0x6a, 0x4c, 0x18));
+    g.setColorAt(0.6, on ? QColor(0xff, 0xb0, 0x1c) : QColor(0x4a, 0x32, 0x0c));
+    g.setColorAt(1, on ? QColor(0xd6, 0x6a, 0x0c) : QColor(0x2c, 0x1e, 0x08));
+    p.setPen(QPen(on ? QColor(0xff, 0xd2, 0x60) : QColor(0x5a, 0x44, 0x1c), 1));
+    p.setBrush(g);
+    p.drawEllipse(c, kLamp.width() / 2.0 - 1, kLamp.height() / 2.0 - 1);
+    return img;
+}
+
+// The gauges' rings are pictures of rProgress widgets (Icon/), drawn over
+// the bezel: a track of 270 degrees with its gap at the bottom, and the
+// same ring in the gauge's colour, which the panel shows up to the value.
+const int kGaugeY = 172;
+const qreal kRingRadius = 80;
+const int kRingBox = 176; // the icons' size, centred on the gauge
+
+QImage drawRing(const QColor *color)
+{
+    QImage img(kRingBox, kRingBox, QImage::Format_ARGB32);
+    img.fill(Qt::transparent);
+    QPainter p(&img);
+    p.setRenderHint(QPainter::Antialiasing, true);
+    const QPointF c(kRingBox / 2.0, kRingBox / 2.0);
+    const QRectF arcRect(c.x() - kRingRadius, c.y() - kRingRadius, 2 * kRingRadius, 2 * kRingRadius);
+    QPen pen(QColor(0x22, 0x34, 0x4a), 14, Qt::SolidLine, Qt::RoundCap);
+    if (color) { // a sweep from dark to the full colour
+        QConicalGradient sweep(c, 225);
+        sweep.setColorAt(0, *color);
+        sweep.setColorAt(0.75, shade(*color, 45));
+        sweep.setColorAt(1, *color);
+        pen.setBrush(QBrush(sweep));
+    }
+    p.setPen(pen);
+    p.setBrush(Qt::NoBrush);
+    p.drawArc(arcRect, 225 * 16, -270 * 16); // from 225 degrees clockwise
+    return img;
+}
+
+void drawGauge(QPainter &p, const QPointF &c, const QColor &color, const QString &label, const QString &unit)
 {
     const qreal rBezel = 98;
-    const qreal rArc = 80;
 
     // bezel
     QRadialGradient bezel(c, rBezel);
@@ -252,23 +312,7 @@ void drawGauge(QPainter &p, const QPointF &c, qreal fraction, const QColor &colo
     p.setBrush(bezel);
     p.drawEllipse(c, rBezel, rBezel);
 
-    const QRectF arcRect(c.x() - rArc, c.y() - rArc, 2 * rArc, 2 * rArc);
-    // track: from 225 degrees clockwise over 270 degrees
-    QPen track(QColor(0x22, 0x34, 0x4a), 14, Qt::SolidLine, Qt::RoundCap);
-    p.setPen(track);
-    p.setBrush(Qt::NoBrush);
-    p.drawArc(arcRect, 225 * 16, -270 * 16);
-
-    // value arc in a sweep from dark to the full colour
-    QConicalGradient sweep(c, 225);
-    sweep.setColorAt(0, color);
-    sweep.setColorAt(0.75, shade(color, 45));
-    sweep.setColorAt(1, color);
-    QPen value(QBrush(sweep), 14, Qt::SolidLine, Qt::RoundCap);
-    p.setPen(value);
-    p.drawArc(arcRect, 225 * 16, int(-270 * 16 * fraction));
-
-    // ticks: 11 major, 4 minor between
+    // ticks inside the ring: 11 major, 4 minor between
     for (int i = 0; i <= 50; ++i) {
         const qreal a = qDegreesToRadians(225.0 - 270.0 * i / 50);
         const bool major = i % 5 == 0;
@@ -380,12 +424,12 @@ QImage drawHome()
     const QColor accent(0x00, 0xb4, 0xd8);
     drawHeader(p, accent);
 
-    drawGauge(p, QPointF(150, 172), 0.62, QColor(0x00, 0xc8, 0xf0), QStringLiteral("TEMPERATURE"),
-              QStringLiteral("C"));
-    drawGauge(p, QPointF(400, 172), 0.45, QColor(0x2e, 0xd5, 0x73), QStringLiteral("PRESSURE"),
-              QStringLiteral("BAR"));
-    drawGauge(p, QPointF(650, 172), 0.81, QColor(0xff, 0x9f, 0x1c), QStringLiteral("FLOW"),
-              QStringLiteral("L/MIN"));
+    for (const GaugeLook &g : kGauges)
+        drawGauge(p, QPointF(g.centreX, kGaugeY), g.colour, QLatin1String(g.label), QLatin1String(g.unit));
+    // the ALARM tile's lamp (a bit icon) sits in a dark socket above the tile
+    p.setPen(QPen(QColor(0x2c, 0x48, 0x66), 1.5));
+    p.setBrush(QColor(0x08, 0x10, 0x19));
+    p.drawEllipse(QRectF(kLamp).adjusted(-2.5, -2.5, 2.5, 2.5));
 
     struct Tile {
         const char *label;
@@ -434,19 +478,51 @@ void drawCard(QPainter &p, const QRect &r, const QString &title, const QColor &a
     p.fillRect(QRect(r.left() + 16, r.top() + 40, r.width() - 32, 1), QColor(0xe3, 0xe8, 0xee));
 }
 
-void drawSliderTrack(QPainter &p, const QRect &track, qreal fraction, const QColor &accent)
+// The two tracks of the display card: the brightness slider and the sleep
+// time's progress bar. The page shows only their scale marks; the tracks
+// themselves are the widgets' pictures in Icon/.
+const QColor kSettingsAccent(0x25, 0x86, 0xd9);
+const QRect kBrightnessTrack(236, 152, 360, 10);
+const QRect kSleepTrack(236, 210, 360, 10);
+const QSize kKnob(22, 22);
+const QRect kSleepMinus(604, 199, 28, 28); // the adjust buttons either side of the sleep time
+const QRect kSleepPlus(740, 199, 28, 28);
+
+// A track picture: the empty track, or the whole track filled.
+QImage drawTrack(bool filled)
 {
+    QImage img(kBrightnessTrack.size(), QImage::Format_ARGB32);
+    img.fill(Qt::transparent);
+    QPainter p(&img);
+    p.setRenderHint(QPainter::Antialiasing, true);
     p.setPen(Qt::NoPen);
-    p.setBrush(QColor(0xd5, 0xdd, 0xe6));
-    p.drawRoundedRect(track, track.height() / 2.0, track.height() / 2.0);
-    QRectF done(track);
-    done.setWidth(track.width() * fraction);
-    QLinearGradient g(done.topLeft(), done.topRight());
-    g.setColorAt(0, shade(accent, 130));
-    g.setColorAt(1, accent);
+    QLinearGradient g(0, 0, img.width(), 0);
+    g.setColorAt(0, filled ? shade(kSettingsAccent, 130) : QColor(0xd5, 0xdd, 0xe6));
+    g.setColorAt(1, filled ? kSettingsAccent : QColor(0xd5, 0xdd, 0xe6));
     p.setBrush(g);
-    p.drawRoundedRect(done, track.height() / 2.0, track.height() / 2.0);
-    // scale marks under the track
+    const qreal r = img.height() / 2.0;
+    p.drawRoundedRect(QRectF(img.rect()), r, r);
+    return img;
+}
+
+QImage drawKnob()
+{
+    QImage img(kKnob, QImage::Format_ARGB32);
+    img.fill(Qt::transparent);
+    QPainter p(&img);
+    p.setRenderHint(QPainter::Antialiasing, true);
+    const QPointF c(kKnob.width() / 2.0, kKnob.height() / 2.0);
+    p.setPen(Qt::NoPen);
+    p.setBrush(QColor(0, 0, 0, 45));
+    p.drawEllipse(c + QPointF(0, 1), 10.5, 10.5);
+    p.setPen(QPen(kSettingsAccent, 2));
+    p.setBrush(Qt::white);
+    p.drawEllipse(c, 9, 9);
+    return img;
+}
+
+void drawScaleMarks(QPainter &p, const QRect &track)
+{
     for (int i = 0; i <= 10; ++i) {
         const qreal x = track.left() + track.width() * i / 10.0;
         p.fillRect(QRectF(x - 0.5, track.bottom() + 8, 1, i % 5 == 0 ? 7 : 4), QColor(0xa9, 0xb6, 0xc4));
@@ -477,7 +553,7 @@ QImage drawSettings()
     bg.setColorAt(1, QColor(0xd9, 0xe0, 0xe8));
     p.fillRect(img.rect(), bg);
 
-    const QColor accent(0x25, 0x86, 0xd9);
+    const QColor accent = kSettingsAccent;
     drawHeader(p, accent);
 
     // side menu
@@ -501,16 +577,21 @@ QImage drawSettings()
     }
     // the version line below the menu is a static text widget
 
-    // display card: two sliders with value frames
+    // display card: the brightness slider and the sleep time's bar, with
+    // value frames; - and + buttons either side of the sleep time
     const QColor frameFill(0xf5, 0xf8, 0xfb);
     const QColor frameBorder(0xb9, 0xc6, 0xd3);
     drawCard(p, QRect(212, 70, 566, 168), QStringLiteral("DISPLAY"), accent);
     drawText(p, 236, 128, QStringLiteral("BRIGHTNESS"), 2, QColor(0x55, 0x66, 0x78));
-    drawSliderTrack(p, QRect(236, 152, 400, 10), 0.7, accent);
-    drawField(p, QRect(664, 138, 92, 34), frameFill, frameBorder);
+    drawScaleMarks(p, kBrightnessTrack);
+    drawField(p, QRect(640, 138, 92, 34), frameFill, frameBorder);
     drawText(p, 236, 186, QStringLiteral("SLEEP AFTER"), 2, QColor(0x55, 0x66, 0x78));
-    drawSliderTrack(p, QRect(236, 210, 400, 10), 0.35, accent);
-    drawField(p, QRect(664, 196, 92, 34), frameFill, frameBorder);
+    drawScaleMarks(p, kSleepTrack);
+    drawField(p, QRect(640, 196, 92, 34), frameFill, frameBorder);
+    drawButton(p, kSleepMinus, QColor(0x7c, 0x8c, 0x9d), 6, 40);
+    drawTextIn(p, kSleepMinus, QStringLiteral("-"), 2, Qt::white);
+    drawButton(p, kSleepPlus, accent, 6, 40);
+    drawTextIn(p, kSleepPlus, QStringLiteral("+"), 2, Qt::white);
 
     // sound card: two switches
     drawCard(p, QRect(212, 254, 275, 150), QStringLiteral("SOUND"), accent);
@@ -674,6 +755,178 @@ QString digitIcon(int digit)
 {
     std::fprintf(stderr, "vantile-make-demo: %s\n", qPrintable(why));
     std::exit(1);
+}
+
+// ---------------------------------------------------------------------------
+// Icon/: the widgets' pictures after the digits, numbered on from 0010.
+
+QString iconFile(int number, const char *name)
+{
+    return QStringLiteral("%1_%2.png").arg(number, 4, 10, QLatin1Char('0')).arg(QLatin1String(name));
+}
+
+enum : int {
+    kRingTrackIcon = 10, // 10: the gauges' track, 11..13: the three rings
+    kTrackIcon = 14,
+    kTrackFillIcon,
+    kKnobIcon,
+    kLampOffIcon,
+    kLampOnIcon,
+};
+
+const char *const kRingNames[3] = {"ring_temperature", "ring_pressure", "ring_flow"};
+
+QString iconRef(int number)
+{
+    switch (number) {
+    case kRingTrackIcon: return iconFile(number, "ring_track");
+    case kRingTrackIcon + 1:
+    case kRingTrackIcon + 2:
+    case kRingTrackIcon + 3: return iconFile(number, kRingNames[number - kRingTrackIcon - 1]);
+    case kTrackIcon: return iconFile(number, "track");
+    case kTrackFillIcon: return iconFile(number, "track_fill");
+    case kKnobIcon: return iconFile(number, "slider_knob");
+    case kLampOffIcon: return iconFile(number, "lamp_off");
+    case kLampOnIcon: return iconFile(number, "lamp_on");
+    default: return digitIcon(number);
+    }
+}
+
+QImage drawIcon(int number)
+{
+    switch (number) {
+    case kRingTrackIcon: return drawRing(nullptr);
+    case kRingTrackIcon + 1:
+    case kRingTrackIcon + 2:
+    case kRingTrackIcon + 3: return drawRing(&kGauges[number - kRingTrackIcon - 1].colour);
+    case kTrackIcon: return drawTrack(false);
+    case kTrackFillIcon: return drawTrack(true);
+    case kKnobIcon: return drawKnob();
+    case kLampOffIcon: return drawLamp(false);
+    case kLampOnIcon: return drawLamp(true);
+    default: return drawDigit(number);
+    }
+}
+
+// ---------------------------------------------------------------------------
+// Gif/: a busy spinner for the standby page, eight dots on a circle with a
+// bright head and a fading tail, turning one dot a frame. Written by the
+// small GIF writer below: one 16-colour table, a frame of palette indices
+// each, looping for ever.
+
+const int kSpinSize = 32;
+const int kSpinFrames = 8;
+const int kSpinDelay = 8; // in 10 ms
+const QColor kStandbyColour(18, 30, 44);
+const QColor kSpinColour(0x00, 0xc8, 0xf0);
+const QString kSpinnerGif = QStringLiteral("0000_spinner.gif");
+
+// Index 0 is the page colour; 1 (the dimmest tail) .. 8 (the head) run to the full colour.
+QVector<QRgb> spinnerPalette()
+{
+    QVector<QRgb> palette(16, qRgb(0, 0, 0));
+    palette[0] = kStandbyColour.rgb();
+    for (int level = 1; level <= 8; ++level) {
+        const double t = 0.15 + 0.85 * (level - 1) / 7.0;
+        auto mix = [t](int from, int to) { return int(std::lround(from + (to - from) * t)); };
+        palette[level] = qRgb(mix(kStandbyColour.red(), kSpinColour.red()),
+                              mix(kStandbyColour.green(), kSpinColour.green()),
+                              mix(kStandbyColour.blue(), kSpinColour.blue()));
+    }
+    return palette;
+}
+
+// Dot d sits at 45 degrees x d clockwise from the top, 11 pixels out, radius
+// 3; in frame f the head is dot f.
+QByteArray spinnerFrame(int frame)
+{
+    QByteArray indices(kSpinSize * kSpinSize, '\0');
+    for (int dot = 0; dot < kSpinFrames; ++dot) {
+        const double a = qDegreesToRadians(45.0 * dot);
+        const double cx = 16 + 11 * std::sin(a), cy = 16 - 11 * std::cos(a);
+        const int level = 8 - (frame - dot + kSpinFrames) % kSpinFrames;
+        for (int y = 0; y < kSpinSize; ++y)
+            for (int x = 0; x < kSpinSize; ++x)
+                if ((x - cx) * (x - cx) + (y - cy) * (y - cy) <= 3.2 * 3.2)
+                    indices[y * kSpinSize + x] = char(level);
+    }
+    return indices;
+}
+
+// Image data for 4-bit indices: every index as a code of its own, with a
+// clear code before the decoder's table could grow to the next code width,
+// so every code stays 5 bits wide. Bits go low first, in blocks of up to
+// 255 bytes.
+QByteArray gifImageData(const QByteArray &indices)
+{
+    const int minCodeSize = 4, clear = 1 << minCodeSize, end = clear + 1, width = minCodeSize + 1;
+    const int run = clear - 3;
+    QByteArray packed;
+    quint32 acc = 0;
+    int bits = 0;
+    auto put = [&](int code) {
+        acc |= quint32(code) << bits;
+        for (bits += width; bits >= 8; bits -= 8, acc >>= 8)
+            packed.append(char(acc & 0xFF));
+    };
+    for (int i = 0; i < indices.size(); ++i) {
+        if (i % run == 0)
+            put(clear);
+        put(uchar(indices[i]));
+    }
+    put(end);
+    if (bits > 0)
+        packed.append(char(acc & 0xFF));
+    QByteArray out(1, char(minCodeSize));
+    for (int at = 0; at < packed.size(); at += 255) {
+        const QByteArray block = packed.mid(at, 255);
+        out.append(char(block.size())).append(block);
+    }
+    return out.append('\0');
+}
+
+QByteArray spinnerGif()
+{
+    QByteArray g("GIF89a");
+    auto u16 = [&g](int v) { g.append(char(v & 0xFF)).append(char((v >> 8) & 0xFF)); };
+    u16(kSpinSize);
+    u16(kSpinSize);
+    g.append(char(0xF3)).append('\0').append('\0'); // a table of 16 colours, 8-bit resolution
+    for (QRgb c : spinnerPalette())
+        g.append(char(qRed(c))).append(char(qGreen(c))).append(char(qBlue(c)));
+    g.append("\x21\xFF\x0BNETSCAPE2.0\x03\x01", 16).append(2, '\0').append('\0'); // loop for ever
+    for (int f = 0; f < kSpinFrames; ++f) {
+        g.append("\x21\xF9\x04\x04", 4); // control: keep the frame, no transparency
+        u16(kSpinDelay);
+        g.append(2, '\0');
+        g.append('\x2C');
+        u16(0);
+        u16(0);
+        u16(kSpinSize);
+        u16(kSpinSize);
+        g.append('\0');
+        g.append(gifImageData(spinnerFrame(f)));
+    }
+    return g.append('\x3B');
+}
+
+// Reads the spinner back as the build does and compares every pixel.
+void checkSpinner(const QByteArray &gif)
+{
+    QBuffer buffer;
+    buffer.setData(gif);
+    buffer.open(QIODevice::ReadOnly);
+    QImageReader reader(&buffer, "gif");
+    const QVector<QRgb> palette = spinnerPalette();
+    for (int f = 0; f < kSpinFrames; ++f) {
+        const QImage img = reader.read().convertToFormat(QImage::Format_RGB32);
+        const QByteArray indices = spinnerFrame(f);
+        bool same = img.size() == QSize(kSpinSize, kSpinSize);
+        for (int i = 0; same && i < indices.size(); ++i)
+            same = (img.pixel(i % kSpinSize, i / kSpinSize) & 0xFFFFFF) == (palette[indices[i]] & 0xFFFFFF);
+        if (!same)
+            fail(QStringLiteral("the spinner's frame %1 does not read back as written").arg(f));
+    }
 }
 
 // ---------------------------------------------------------------------------
@@ -863,6 +1116,12 @@ public:
         return b;
     }
 
+    // The user points a widget at the variable another widget shows.
+    static void share(EditBuffer &b, const EditBuffer &owner)
+    {
+        set(b, "writeAddr", LineGrammar::hex16(quint32(owner.number("writeAddr"))));
+    }
+
     void translate(EditBuffer &b, const Words &words)
     {
         set(b, "multi-language", 1);
@@ -893,30 +1152,85 @@ private:
     QStringList m_languageRows;
 };
 
-// Page 0: a readout in each gauge's frame, the four action tiles, the tabs.
+// Page 0: each gauge's ring and the readout in its frame on one variable,
+// the four action tiles with the alarm lamp, the tabs.
 void makeHome(PageMaker &m)
 {
     m.title(kHomeTitle);
     const struct {
-        int centreX;
         const char *colour;
         int digits, decimals;
         const char *value;
-    } gauges[3] = {{150, "0x00C8F0", 3, 1, "62.0"}, {400, "0x2ED573", 2, 1, "4.5"}, {650, "0xFF9F1C", 3, 1, "81.0"}};
-    for (const auto &g : gauges) // the frame is 76 x 30 about (x, 172)
-        m.number(QRect(g.centreX - 36, 159, 72, 24), kReadoutFont, g.colour, g.digits, g.decimals, g.value);
+        int full, now; // the ring's scale in the readout's units (tenths)
+    } gauges[3] = {{"0x00C8F0", 3, 1, "62.0", 1000, 620},
+                   {"0x2ED573", 2, 1, "4.5", 100, 45},
+                   {"0xFF9F1C", 3, 1, "81.0", 1000, 810}};
+    for (int i = 0; i < 3; ++i) {
+        const auto &g = gauges[i];
+        const int x = kGauges[i].centreX;
+        // the ring's 270 degrees, counted clockwise from the bottom: 45 to 315
+        EditBuffer &ring = m.add(WidgetKind::RProgress,
+                                 QRect(x - kRingBox / 2, kGaugeY - kRingBox / 2, kRingBox, kRingBox));
+        PageMaker::set(ring, "background", iconRef(kRingTrackIcon));
+        PageMaker::set(ring, "foreground", iconRef(kRingTrackIcon + 1 + i));
+        PageMaker::set(ring, "maxValue", g.full);
+        PageMaker::set(ring, "defaultValue", g.now);
+        PageMaker::set(ring, "startAngle", 45);
+        PageMaker::set(ring, "finalAngle", 315);
+        // the frame is 76 x 30 about (x, 172)
+        EditBuffer &readout = m.number(QRect(x - 36, 159, 72, 24), kReadoutFont, g.colour, g.digits, g.decimals,
+                                       g.value);
+        PageMaker::share(readout, ring);
+    }
     for (int i = 0; i < 4; ++i) // START, STOP, RESET, ALARM report 1 to 4
         m.button(QRect(30 + i * 190, 322, 170, 78), quint16(i + 1));
+    EditBuffer &lamp = m.add(WidgetKind::BitIcon, kLamp); // bit 0: the alarm is on
+    PageMaker::set(lamp, "offStateIcon", iconRef(kLampOffIcon));
+    PageMaker::set(lamp, "onStateIcon", iconRef(kLampOnIcon));
     m.button(QRect(266, 425, 266, 55), 0, 1); // SETTINGS tab
     m.button(QRect(532, 425, 268, 55), 0, 2); // TREND tab
 }
 
-// Page 1: the two slider values, the baud rate, the version, the switches.
+// Page 1: the brightness slider and the sleep time's bar with their
+// numbers, - and + for the sleep time, the baud rate, the version, the
+// switches.
 void makeSettings(PageMaker &m)
 {
     m.title(kSettingsTitle);
-    m.number(QRect(668, 144, 84, 22), kBodyFont, "0x3A4B5E", 3, 0, "70", "%");
-    m.number(QRect(668, 202, 84, 22), kBodyFont, "0x3A4B5E", 3, 0, "35", "s");
+    EditBuffer &brightness = m.number(QRect(644, 144, 84, 22), kBodyFont, "0x3A4B5E", 3, 0, "70", "%");
+    EditBuffer &sleep = m.number(QRect(644, 202, 84, 22), kBodyFont, "0x3A4B5E", 3, 0, "35", "s");
+
+    // the knob rides on the track; the touch area is the track's row
+    EditBuffer &slider = m.add(WidgetKind::Slider, kBrightnessTrack);
+    PageMaker::share(slider, brightness);
+    const QRect touch = kBrightnessTrack.adjusted(-kKnob.width() / 2, -12, kKnob.width() / 2, 12);
+    PageMaker::set(slider, "touch_X", touch.x());
+    PageMaker::set(slider, "touch_Y", touch.y());
+    PageMaker::set(slider, "touch_W", touch.width());
+    PageMaker::set(slider, "touch_H", touch.height());
+    PageMaker::set(slider, "defaultValue", 70);
+    PageMaker::set(slider, "bar_X", kBrightnessTrack.x());
+    PageMaker::set(slider, "bar_Y", kBrightnessTrack.y());
+    PageMaker::set(slider, "barIcon", iconRef(kTrackFillIcon));
+    PageMaker::set(slider, "slideButton", iconRef(kKnobIcon));
+    PageMaker::set(slider, "background", iconRef(kTrackIcon));
+
+    EditBuffer &bar = m.add(WidgetKind::Progress, kSleepTrack);
+    PageMaker::share(bar, sleep);
+    PageMaker::set(bar, "bar_X", kSleepTrack.x());
+    PageMaker::set(bar, "bar_Y", kSleepTrack.y());
+    PageMaker::set(bar, "barIcon", iconRef(kTrackFillIcon));
+    PageMaker::set(bar, "defaultValue", 35);
+    PageMaker::set(bar, "background", iconRef(kTrackIcon));
+
+    for (const QRect &r : {kSleepMinus, kSleepPlus}) { // 5 s a touch, held: on and on, 0 to 100
+        EditBuffer &adj = m.add(WidgetKind::VarAdj, r);
+        PageMaker::share(adj, sleep);
+        PageMaker::set(adj, "adjStep", 5);
+        PageMaker::set(adj, "gradation", r == kSleepMinus ? QStringLiteral("-") : QStringLiteral("+"));
+        PageMaker::set(adj, "cyclicalCounting", QStringLiteral("Stop"));
+        PageMaker::set(adj, "longPress", QStringLiteral("Repeat"));
+    }
     m.label(QRect(541, 339, 170, 20), kBodyFont, "0x3A4B5E", kLeft, QStringLiteral("115200"));
 
     EditBuffer &version = m.add(WidgetKind::Statictext, QRect(10, 437, 170, 22));
@@ -964,6 +1278,10 @@ void makeStandby(PageMaker &m)
     m.translate(ticker, kTicker);
 
     m.button(QRect(0, 384, W, 60), 0, 0);
+
+    EditBuffer &spinner = m.add(WidgetKind::Gif, QRect((W - kSpinSize) / 2, 310, kSpinSize, kSpinSize));
+    PageMaker::set(spinner, "gifName", kSpinnerGif);
+    PageMaker::set(spinner, "interval(10ms)", kSpinDelay); // as the file's own frames
 }
 
 // ---------------------------------------------------------------------------
@@ -1110,9 +1428,12 @@ int main(int argc, char *argv[])
     }
     write(QStringLiteral("demo.uiprj"), TextFiles::encodePlain(lines));
 
-    // the digit pictures of the picture number
-    for (int d = 0; d <= 9; ++d)
-        write(QStringLiteral("Icon/") + digitIcon(d), encodeImage(drawDigit(d), "PNG", 0));
+    // the digit pictures of the picture number, then the widgets' pictures
+    for (int n = 0; n <= kLampOnIcon; ++n)
+        write(QStringLiteral("Icon/") + iconRef(n), encodeImage(drawIcon(n), "PNG", 0));
+    const QByteArray spinner = spinnerGif();
+    checkSpinner(spinner);
+    write(QStringLiteral("Gif/") + kSpinnerGif, spinner);
 
     // the fonts, and their headers for the widgets' font rows
     QString chinese;

@@ -260,7 +260,9 @@ QImage renderBar(const EditBuffer &widget, const QString &projectDir, QString *p
         return image;
     QPainter p(&image);
     p.drawImage(0, 0, background);
-    const QPoint at(int(widget.number("bar_X")), int(widget.number("bar_Y")));
+    // the bar point and the touch area are page positions, as the record holds them
+    const QPoint origin(widget.x(), widget.y());
+    const QPoint at = QPoint(int(widget.number("bar_X")), int(widget.number("bar_Y"))) - origin;
     const QSize barSize = bar.isNull() ? image.size() : bar.size();
     const int direction = WordTables::direction.valueOf(widget.text("direction"));
     const QRect filled =
@@ -296,8 +298,8 @@ QImage renderBar(const EditBuffer &widget, const QString &projectDir, QString *p
     }
     p.setPen(QPen(QColor(255, 0, 0), 1));
     p.setBrush(Qt::NoBrush);
-    p.drawRect(QRect(int(widget.number("touch_X")), int(widget.number("touch_Y")), int(widget.number("touch_W")) - 1,
-                     int(widget.number("touch_H")) - 1));
+    p.drawRect(QRect(QPoint(int(widget.number("touch_X")), int(widget.number("touch_Y"))) - origin,
+                     QSize(int(widget.number("touch_W")) - 1, int(widget.number("touch_H")) - 1)));
     return image;
 }
 

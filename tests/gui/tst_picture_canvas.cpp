@@ -130,10 +130,11 @@ private slots:
         QFETCH(QRect, red);
         pictures();
         solid("0005_bar.png", {40, 10}, kRed);
+        // the bar point is a page position: a widget at (300, 200) with its bar there
         const QImage img = PictureRenderers::renderBar(
-            widget(WidgetKind::Progress, {0, 0, 40, 10},
+            widget(WidgetKind::Progress, {300, 200, 40, 10},
                    {{"background", "0003_blue.png"}, {"barIcon", "0005_bar.png"}, {"direction", direction},
-                    {"defaultValue", value}}),
+                    {"defaultValue", value}, {"bar_X", "300"}, {"bar_Y", "200"}}),
             root(), nullptr);
         QCOMPARE(img.size(), QSize(40, 10));
         for (int y = 0; y < 10; ++y)

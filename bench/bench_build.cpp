@@ -23,6 +23,8 @@
 // With VANTILE_BENCH_KEEP set in the environment the generated projects
 // stay in the temporary directory for a closer look (a profiler run).
 
+#include "BenchSupport.h"
+
 #include "build/MakeBin.h"
 #include "project/PageList.h"
 #include "project/ProjectSettings.h"
@@ -44,6 +46,7 @@
 #include <vector>
 
 using namespace vantile;
+using namespace bench;
 
 namespace {
 
@@ -58,37 +61,6 @@ constexpr double kTargetRatio = 1.3;        // full build <= 1.3 x decode-only
 constexpr double kMemoryTolerance = 1.25;   // 100-page peak within 25 % of 10-page peak
 
 const QDateTime kBuildTime(QDate(2024, 1, 2), QTime(3, 4, 5));
-
-void out(const char *format, ...) __attribute__((format(printf, 1, 2)));
-void out(const char *format, ...)
-{
-    va_list args;
-    va_start(args, format);
-    std::vprintf(format, args);
-    va_end(args);
-    std::fputc('\n', stdout);
-    std::fflush(stdout);
-}
-
-bool writeFile(const QString &path, const QByteArray &bytes)
-{
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    QFile f(path);
-    return f.open(QIODevice::WriteOnly | QIODevice::Truncate) && f.write(bytes) == bytes.size();
-}
-
-// Peak resident set size of this process in kB, -1 when not readable.
-qint64 peakRssKb()
-{
-    QFile f(QStringLiteral("/proc/self/status"));
-    if (!f.open(QIODevice::ReadOnly | QIODevice::Text))
-        return -1;
-    const QList<QByteArray> lines = f.readAll().split('\n');
-    for (const QByteArray &line : lines)
-        if (line.startsWith("VmHWM:"))
-            return line.mid(6).trimmed().split(' ').value(0).toLongLong();
-    return -1;
-}
 
 // A photo-like picture: smooth colour fields that differ per page, with
 // per-channel grain of +-4.
@@ -233,44 +205,11 @@ int runChild(const QString &uiprj)
     timer.start();
     const BuildRun run = buildOnce(uiprj);
     const qint64 ms = timer.elapsed();
-    const qint64 after = peakRssKb();
-    out("CHILD ok=%d ms=%lld image=%lld complaints=%d hwm_before_kb=%lld hwm_after_kb=%lld", run.ok ? 1 : 0,
-        ms, run.imageSize, run.complaints, before, after);
+    reportChild(run.ok, ms, before,
+                QStringLiteral("image=%1 complaints=%2").arg(run.imageSize).arg(run.complaints));
     if (!run.ok)
         out("CHILD problem: %s", qPrintable(run.problem.left(300)));
     return run.ok ? 0 : 1;
-}
-
-struct ChildFigures {
-    bool ok = false;
-    qint64 ms = 0, before = 0, after = 0;
-};
-
-ChildFigures runChildProcess(const QString &uiprj)
-{
-    ChildFigures f;
-    QProcess p;
-    p.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    p.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--child"), uiprj});
-    if (!p.waitForFinished(600000)) {
-        out("child did not finish: %s", qPrintable(p.errorString()));
-        return f;
-    }
-    const QString text = QString::fromUtf8(p.readAllStandardOutput());
-    const QRegularExpression re(
-        QStringLiteral("CHILD ok=(\\d) ms=(\\d+) image=\\d+ complaints=\\d+ hwm_before_kb=(-?\\d+) hwm_after_kb=(-?\\d+)"));
-    const QRegularExpressionMatch m = re.match(text);
-    if (!m.hasMatch()) {
-        out("child output not understood:\n%s", qPrintable(text));
-        return f;
-    }
-    f.ok = m.captured(1) == QLatin1String("1") && p.exitCode() == 0;
-    f.ms = m.captured(2).toLongLong();
-    f.before = m.captured(3).toLongLong();
-    f.after = m.captured(4).toLongLong();
-    if (!f.ok)
-        out("%s", qPrintable(text.trimmed()));
-    return f;
 }
 
 } // namespace

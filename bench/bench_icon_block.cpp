@@ -27,6 +27,8 @@
 // With VANTILE_BENCH_KEEP set the generated projects stay in the temporary
 // directory.
 
+#include "BenchSupport.h"
+
 #include "build/BuildContext.h"
 #include "build/GifBlock.h"
 #include "build/IconBlock.h"
@@ -55,6 +57,7 @@
 #include <cstdio>
 
 using namespace vantile;
+using namespace bench;
 
 namespace {
 
@@ -71,35 +74,6 @@ constexpr double kMemoryTolerance = 1.25; // 500-icon peak within 25 % of the 10
 
 const char *const kRunFormats[] = {"RGB565", "aRGB4444", "softpng", "RGB565_zip", "aRGB8565"};
 const char *const kFileKinds[] = {"png", "png", "jpg", "bmp"}; // by number % 4; 1 has alpha
-
-void out(const char *format, ...) __attribute__((format(printf, 1, 2)));
-void out(const char *format, ...)
-{
-    va_list args;
-    va_start(args, format);
-    std::vprintf(format, args);
-    va_end(args);
-    std::fputc('\n', stdout);
-    std::fflush(stdout);
-}
-
-bool writeFile(const QString &path, const QByteArray &bytes)
-{
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    QFile f(path);
-    return f.open(QIODevice::WriteOnly | QIODevice::Truncate) && f.write(bytes) == bytes.size();
-}
-
-qint64 peakRssKb()
-{
-    QFile f(QStringLiteral("/proc/self/status"));
-    if (!f.open(QIODevice::ReadOnly | QIODevice::Text))
-        return -1;
-    for (const QByteArray &line : f.readAll().split('\n'))
-        if (line.startsWith("VmHWM:"))
-            return line.mid(6).trimmed().split(' ').value(0).toLongLong();
-    return -1;
-}
 
 quint32 xorshift(quint32 &state)
 {
@@ -421,41 +395,10 @@ int runChild(const QString &uiprj)
     timer.start();
     const BlockRun run = buildBlocks(uiprj);
     const qint64 ms = timer.elapsed();
-    out("CHILD ok=%d ms=%lld hwm_before_kb=%lld hwm_after_kb=%lld", run.ok ? 1 : 0, ms, before, peakRssKb());
+    reportChild(run.ok, ms, before);
     if (!run.ok)
         out("CHILD problem: %s", qPrintable(run.problem));
     return run.ok ? 0 : 1;
-}
-
-struct ChildFigures {
-    bool ok = false;
-    qint64 ms = 0, before = 0, after = 0;
-};
-
-ChildFigures runChildProcess(const QString &uiprj)
-{
-    ChildFigures f;
-    QProcess p;
-    p.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    p.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--child"), uiprj});
-    if (!p.waitForFinished(600000)) {
-        out("child did not finish: %s", qPrintable(p.errorString()));
-        return f;
-    }
-    const QString text = QString::fromUtf8(p.readAllStandardOutput());
-    const QRegularExpression re(QStringLiteral("CHILD ok=(\\d) ms=(\\d+) hwm_before_kb=(-?\\d+) hwm_after_kb=(-?\\d+)"));
-    const QRegularExpressionMatch m = re.match(text);
-    if (!m.hasMatch()) {
-        out("child output not understood:\n%s", qPrintable(text));
-        return f;
-    }
-    f.ok = m.captured(1) == QLatin1String("1") && p.exitCode() == 0;
-    f.ms = m.captured(2).toLongLong();
-    f.before = m.captured(3).toLongLong();
-    f.after = m.captured(4).toLongLong();
-    if (!f.ok)
-        out("%s", qPrintable(text.trimmed()));
-    return f;
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "build/GifBlock.h"
 
 #include "build/MakeBin.h"
+#include "build/OrderedWork.h"
 #include "build/PageChecks.h"
 #include "build/PictureBlock.h"
 #include "project/MediaFiles.h"
@@ -44,32 +45,42 @@ int frameFormat(int requested, bool firstFrameTransparent, const EncodeOptions &
 
 namespace {
 
-// Encodes the first `n` frames of a gif into `binPath`; the frame count
-// written (the frames the reader gave before it stopped, at most n).
-int encodeFrames(QByteArray &bytes, int n, qint64 base, const QString &binPath, int requestedFormat,
+// Writes the frame table and the first `n` frames of a gif at the current
+// position of `out` (the table first as room, then over it once the frames
+// are placed); the frame count written (the frames the reader gave before
+// it stopped, at most n). Frames are encoded and written one by one.
+int encodeFrames(QByteArray &bytes, int n, qint64 base, QFile &out, int requestedFormat,
                  const EncodeOptions &options, bool vc530, Encoded &result)
 {
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::ReadOnly);
     QImageReader reader(&buffer, "gif");
 
-    // Frames go to the .tmp one by one; the table is written last.
-    const QString tmpPath = binPath.left(binPath.size() - 4) + QStringLiteral(".tmp");
-    QFile tmp(tmpPath);
-    if (!tmp.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
-        result.error = tmp.errorString();
-        return 0;
-    }
+    const qint64 tableAt = out.pos();
     QByteArray table(kFrameEntrySize * n, '\0');
+    bool written = out.write(table) == table.size();
     qint64 address = base + qint64(kFrameEntrySize) * n;
     int format = -1;
     int done = 0;
-    for (; done < n; ++done) {
-        const QImage image = reader.read();
-        if (image.isNull()) {
-            result.error = reader.errorString();
-            break;
+    // One worker decodes the frames in turn (the reader composes each on
+    // the ones before it) a few ahead; encoding and writing happen here.
+    struct Frame {
+        QImage image;
+        QString error;
+    };
+    const std::function<Frame(int)> decode = [&](int) {
+        Frame f;
+        f.image = reader.read();
+        if (f.image.isNull())
+            f.error = reader.errorString();
+        return f;
+    };
+    const std::function<bool(int, Frame &)> take = [&](int, Frame &frame) {
+        if (frame.image.isNull()) {
+            result.error = frame.error;
+            return false;
         }
+        const QImage &image = frame.image;
         if (format < 0)
             format = frameFormat(requestedFormat, ImageEncoder::hasTransparency(image), options);
         EncodedImage encoded;
@@ -84,10 +95,11 @@ int encodeFrames(QByteArray &bytes, int n, qint64 base, const QString &binPath, 
         }
         const qint64 length = encoded.length();
         if (vc530 && PictureBlock::crossesVc530Boundary(address, length)) {
-            tmp.write(QByteArray(int(PictureBlock::kVc530Boundary - address), char(0xFF)));
+            const QByteArray pad(int(PictureBlock::kVc530Boundary - address), char(0xFF));
+            written = out.write(pad) == pad.size() && written;
             address = PictureBlock::kVc530Boundary;
         }
-        tmp.write(encoded.bytes);
+        written = out.write(encoded.bytes) == encoded.bytes.size() && written;
         const int at = kFrameEntrySize * done;
         putLe(table, at, quint32(address), 4);
         putLe(table, at + 8, quint32(encoded.width), 2);
@@ -95,28 +107,27 @@ int encodeFrames(QByteArray &bytes, int n, qint64 base, const QString &binPath, 
         putLe(table, at + 12, quint32(length), 3);
         table[at + 15] = char(encoded.format & 0xFF);
         address += length;
+        ++done;
         if (options.perRow)
             options.perRow();
-    }
-    tmp.close();
+        return true;
+    };
+    OrderedWork::run<Frame>(n, 1, 3, decode, take);
     if (done < n)
         return done;
-
-    QFile bin(binPath);
-    if (!bin.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
-        result.error = bin.errorString();
+    const qint64 end = out.pos();
+    if (!written || !out.seek(tableAt) || out.write(table) != table.size() || !out.seek(end)) {
+        result.error = out.errorString();
         return 0;
     }
-    bin.write(table);
-    FlashFile::append(bin, tmpPath);
     result.frames = n;
-    result.length = bin.size();
+    result.length = end - tableAt;
     return n;
 }
 
 } // namespace
 
-Encoded encodeGif(qint64 base, const QString &path, const QString &binPath, int requestedFormat,
+Encoded encodeGif(qint64 base, const QString &path, QFile &out, int requestedFormat,
                   const EncodeOptions &options, bool vc530, const QSize &panel)
 {
     Encoded result;
@@ -152,10 +163,19 @@ Encoded encodeGif(qint64 base, const QString &path, const QString &binPath, int 
         result.error = QStringLiteral("no frames");
         return result;
     }
-    const int done = encodeFrames(bytes, n, base, binPath, requestedFormat, options, vc530, result);
-    // A gif that breaks off keeps the frames it has, in a shorter table.
-    if (done > 0 && done < n)
-        encodeFrames(bytes, done, base, binPath, requestedFormat, options, vc530, result);
+    const qint64 at = out.pos();
+    const int done = encodeFrames(bytes, n, base, out, requestedFormat, options, vc530, result);
+    // A gif that breaks off keeps the frames it has, in a shorter table
+    // (so every frame moves: write it again from the start).
+    if (done > 0 && done < n) {
+        out.resize(at);
+        out.seek(at);
+        encodeFrames(bytes, done, base, out, requestedFormat, options, vc530, result);
+    }
+    if (result.frames <= 0) {
+        out.resize(at); // nothing of a gif without data stays
+        out.seek(at);
+    }
     return result;
 }
 
@@ -193,11 +213,21 @@ void build(BuildContext &ctx, const QByteArray &modes)
     }
     ctx.log(QStringLiteral("Gif_Number:") + QString::number(count));
 
-    // 5./6. Each used gif behind the table.
+    // 5./6. Each used gif behind room for the table, which is written
+    // over that room at the end.
+    QFile out(ctx.blockPath(Block::Gif));
+    if (!out.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
+        ctx.complain(QStringLiteral("Fail to open ") + out.fileName());
+        return;
+    }
+    if (start & 1)
+        out.write(QByteArray(1, char(0xFF)));
+    const qint64 tableAt = out.pos();
+    QByteArray table(kEntrySize * count, '\0');
+    out.write(table);
     const EncodeOptions options = EncodeOptions::fromSettings(ctx.settings);
     qint64 dataAddress = tableAddress + qint64(kEntrySize) * count;
     QVector<QPair<quint32, quint32>> entries(count, {0u, 0u});
-    QStringList pieces;
     for (int id = 0; id < count; ++id) {
         const QString name = byNumber.at(id);
         const quint8 mode = id < modes.size() ? quint8(modes[id]) : 0;
@@ -205,8 +235,7 @@ void build(BuildContext &ctx, const QByteArray &modes)
             continue;
         ctx.log(QStringLiteral("Scan gif:") + name + QStringLiteral("..."));
         const QString path = MediaFiles::pathIn(ctx.projectDir, QStringLiteral("Gif/"), name);
-        const QString binPath = gifDir + QLatin1Char('/') + name.left(name.size() - 4) + QStringLiteral(".bin");
-        const Encoded encoded = encodeGif(dataAddress, path, binPath, mode & 0x7F, options, vc530, ctx.panel());
+        const Encoded encoded = encodeGif(dataAddress, path, out, mode & 0x7F, options, vc530, ctx.panel());
         if (encoded.length <= 0 || encoded.frames <= 0) {
             ctx.complain(QStringLiteral("The gif does not exist or cannot be opened: Gif/") + name
                          + (encoded.error.isEmpty() ? QString() : QStringLiteral(" (") + encoded.error + QLatin1Char(')')));
@@ -214,16 +243,9 @@ void build(BuildContext &ctx, const QByteArray &modes)
         }
         entries[id] = {quint32(dataAddress), quint32(encoded.frames)};
         dataAddress += encoded.length;
-        pieces << binPath;
     }
 
-    // 7. The table, then the gifs.
-    QFile out(ctx.blockPath(Block::Gif));
-    if (!out.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
-        ctx.complain(QStringLiteral("Fail to open ") + out.fileName());
-        return;
-    }
-    QByteArray table(kEntrySize * count, '\0');
+    // 7. The table.
     ctx.log(QStringLiteral("Gif number:") + QString::number(count));
     for (int id = 0; id < count; ++id) {
         putLe(table, kEntrySize * id, entries[id].first, 4);
@@ -231,11 +253,8 @@ void build(BuildContext &ctx, const QByteArray &modes)
         ctx.log(QStringLiteral("frame_num:") + QString::number(entries[id].second));
         ctx.log(QStringLiteral("gif") + QString::number(id) + QStringLiteral("bin_Addr:") + hex8(entries[id].first));
     }
-    if (start & 1)
-        out.write(QByteArray(1, char(0xFF)));
-    out.write(table);
-    for (const QString &piece : pieces)
-        FlashFile::append(out, piece);
+    if (!out.seek(tableAt) || out.write(table) != table.size() || !out.seek(out.size()))
+        ctx.complain(QStringLiteral("Fail to write ") + out.fileName() + QStringLiteral(": ") + out.errorString());
     const qint64 size = out.size();
     out.close();
     ctx.runningAddress = start + size;

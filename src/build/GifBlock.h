@@ -6,9 +6,9 @@
 //     [0xFF]        one byte when the running address is odd
 //     8 x G         for each gif id 0 to G - 1: address of its frame table,
 //                   frame count (0 and 0 for a gif with no data)
-//     data          the .bin of each gif that has data, in id order
+//     data          the part of each gif that has data, in id order
 //
-//   Gif/<name>.bin (the gif's name with ".bin" for ".gif")
+//   each gif's part (written straight into the block, frame by frame)
 //     16 x n        frame table: address 4, x 2 (0), y 2 (0), width 2,
 //                   height 2, byte length 3, format 1
 //     frames        the encoded frames in order; on VC530 a frame that would
@@ -21,6 +21,7 @@
 #include "build/ImageEncoder.h"
 
 #include <QByteArray>
+#include <QFile>
 #include <QString>
 
 namespace vantile {
@@ -33,7 +34,7 @@ constexpr int kFrameEntrySize = 16;
 // What encoding one gif gave.
 struct Encoded {
     int frames = 0;     // frames in the table; 0 when the gif has no usable frame
-    qint64 length = 0;  // size of the gif's .bin
+    qint64 length = 0;  // bytes of the gif's part: frame table and frames
     QString error;      // why the gif could not be read
 };
 
@@ -41,10 +42,11 @@ struct Encoded {
 // (transparency gives 2, else 0); VC650 with 24-bit colour takes 6 always.
 int frameFormat(int requested, bool firstFrameTransparent, const EncodeOptions &options);
 
-// Encodes the gif file `path` into `binPath` (and its .tmp), its frame
-// table starting at `base`. The frames come from the image library's GIF
-// reader, each with the frames before it composed in.
-Encoded encodeGif(qint64 base, const QString &path, const QString &binPath, int requestedFormat,
+// Encodes the gif file `path` into `out` at its current position, its frame
+// table starting at image address `base`; a gif without data leaves `out`
+// as it was. The frames come from the image library's GIF reader, each
+// with the frames before it composed in.
+Encoded encodeGif(qint64 base, const QString &path, QFile &out, int requestedFormat,
                   const EncodeOptions &options, bool vc530, const QSize &panel);
 
 // Builds Gif/gif_all.bin with a given mode table (one byte per gif id, bit

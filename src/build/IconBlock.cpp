@@ -2,6 +2,7 @@
 
 #include "build/ImageEncoder.h"
 #include "build/MakeBin.h"
+#include "build/OrderedWork.h"
 #include "build/PageChecks.h"
 #include "project/MediaFiles.h"
 #include "widgets/EditBuffer.h"
@@ -42,12 +43,6 @@ void removeFiles(const QString &dirPath, const QStringList &patterns)
         dir.remove(f);
 }
 
-bool writeFile(const QString &path, const QByteArray &bytes)
-{
-    QFile f(path);
-    return f.open(QIODevice::WriteOnly | QIODevice::Truncate) && f.write(bytes) == bytes.size();
-}
-
 const QStringList &pictureFilters()
 {
     static const QStringList filters = {QStringLiteral("*.jpeg"), QStringLiteral("*.jpg"), QStringLiteral("*.bmp"),
@@ -55,25 +50,26 @@ const QStringList &pictureFilters()
     return filters;
 }
 
-// Places one encoded picture at the running data address: on VC530 a
-// picture that would run across the boundary starts at it, with 0xFF in
-// front in its file. Returns the file's bytes and sets the entry.
-QByteArray place(Entry &entry, const EncodedImage &encoded, qint64 &dataAddress, bool vc530)
+// Places one encoded picture at the running data address and writes it to
+// the block: on VC530 a picture that would run across the boundary starts
+// at it, with 0xFF in front. Sets the entry.
+bool place(QFile &out, Entry &entry, const EncodedImage &encoded, qint64 &dataAddress, bool vc530)
 {
-    QByteArray data;
     const qint64 length = encoded.length();
+    bool ok = true;
     if (vc530 && crossesVc530Boundary(dataAddress, length)) {
-        data = QByteArray(int(kVc530Boundary - dataAddress), char(0xFF));
+        const QByteArray pad(int(kVc530Boundary - dataAddress), char(0xFF));
+        ok = out.write(pad) == pad.size();
         dataAddress = kVc530Boundary;
     }
-    data.append(encoded.bytes);
+    ok = ok && out.write(encoded.bytes) == encoded.bytes.size();
     entry.address = quint32(dataAddress);
     entry.width = encoded.width;
     entry.height = encoded.height;
     entry.length = quint32(length) & 0xFFFFFFu;
     entry.format = encoded.format;
     dataAddress += length;
-    return data;
+    return ok;
 }
 
 } // namespace
@@ -157,19 +153,56 @@ void build(BuildContext &ctx, const QByteArray &modes)
 
     const EncodeOptions options = EncodeOptions::fromSettings(ctx.settings);
     QVector<QVector<Entry>> tables(languages, QVector<Entry>(count));
-    QStringList pieces; // encoded files in table order
+
+    // The pictures go straight behind room for the tables, in table order;
+    // the tables are written over that room once every entry is known. So
+    // no encoded picture is held longer than it takes to write it.
+    QFile out(ctx.blockPath(Block::Icon));
+    if (!out.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
+        ctx.complain(QStringLiteral("Fail to open ") + out.fileName());
+        return;
+    }
+    bool written = out.write(head) == head.size() && out.write(QByteArray(int(tableSize), '\0')) == tableSize;
 
     // The numbered pictures of one folder into one table.
+    // Pictures are read and encoded on worker threads, a few ahead of the
+    // one being written; logging and writing stay here, in table order.
+    const int workers = OrderedWork::workerCount();
+    const int window = 4 * workers;
+    EncodeOptions workerOptions = options;
+    workerOptions.perRow = nullptr; // the event loop is pumped here, once an item
+    struct Picture {
+        bool encoded = false;
+        EncodedImage image;
+        QString error;
+    };
+
     auto scanFolder = [&](const QString &folder, QVector<Entry> &table, const QStringList &names,
                           const QVector<Entry> *fallback) {
         const QString relative = folder.isEmpty() ? QStringLiteral("Icon/") : QStringLiteral("Icon/") + folder + QLatin1Char('/');
-        for (int i = 0; i < c1; ++i) {
+        auto modeOf = [&](int i) { return i < modes.size() ? quint8(modes[i]) : quint8(0); };
+        const std::function<Picture(int)> make = [&](int i) {
+            Picture p;
+            const QString name = names.value(i);
+            if (name.isEmpty() || !(modeOf(i) & 0x80))
+                return p;
+            p.encoded = true;
+            QByteArray fileBytes;
+            const QString path = MediaFiles::pathIn(ctx.projectDir, relative, name, &p.error);
+            const QImage image = path.isEmpty() ? QImage() : ImageEncoder::load(path, &p.error, &fileBytes, ctx.panel());
+            if (!image.isNull())
+                p.image = ImageEncoder::encode(image, modeOf(i) & 0x7F, workerOptions, fileBytes);
+            return p;
+        };
+        const std::function<bool(int, Picture &)> take = [&](int i, Picture &p) {
+            if (options.perRow)
+                options.perRow();
             Entry &entry = table[i];
-            const quint8 mode = i < modes.size() ? quint8(modes[i]) : 0;
+            const quint8 mode = modeOf(i);
             const QString name = names.value(i);
             if (fallback && (name.isEmpty() || !(mode & 0x80))) {
                 entry = fallback->at(i);
-                continue;
+                return true;
             }
             entry.address = quint32(dataAddress);
             entry.width = 0;
@@ -177,31 +210,23 @@ void build(BuildContext &ctx, const QByteArray &modes)
             entry.length = 0;
             entry.format = 0;
             if (!(mode & 0x80))
-                continue; // no widget uses it
+                return true; // no widget uses it
             if (name.isEmpty()) {
                 entry.format = PictureBlock::kUnreadableFormat;
                 ctx.complain(QStringLiteral("The icon") + QString::number(i) + QStringLiteral("does not exist!"));
-                continue;
+                return true;
             }
             ctx.log(QStringLiteral("Scan icon:") + name + QStringLiteral("..."));
-            QString error;
-            QByteArray fileBytes;
-            const QString path = MediaFiles::pathIn(ctx.projectDir, relative, name, &error);
-            const QImage image = path.isEmpty() ? QImage() : ImageEncoder::load(path, &error, &fileBytes, ctx.panel());
-            const EncodedImage encoded =
-                image.isNull() ? EncodedImage() : ImageEncoder::encode(image, mode & 0x7F, options, fileBytes);
-            if (!encoded.isValid() || encoded.length() <= 0) {
+            if (!p.image.isValid() || p.image.length() <= 0) {
                 entry.format = PictureBlock::kUnreadableFormat;
                 ctx.complain(QStringLiteral("The icon cannot be opened: ") + relative + name
-                             + (error.isEmpty() ? QString() : QStringLiteral(" (") + error + QLatin1Char(')')));
-                continue;
+                             + (p.error.isEmpty() ? QString() : QStringLiteral(" (") + p.error + QLatin1Char(')')));
+                return true;
             }
-            const QString piece = iconDir + QLatin1Char('/') + (folder.isEmpty() ? QString() : folder + QLatin1Char('_'))
-                                  + name + QStringLiteral(".bin");
-            if (!writeFile(piece, place(entry, encoded, dataAddress, vc530)))
-                ctx.complain(QStringLiteral("Fail to write ") + piece);
-            pieces << piece;
-        }
+            written = place(out, entry, p.image, dataAddress, vc530) && written;
+            return true;
+        };
+        OrderedWork::run<Picture>(c1, workers, window, make, take);
     };
 
     // 4./6. Language 0: the numbered icons.
@@ -209,21 +234,26 @@ void build(BuildContext &ctx, const QByteArray &modes)
 
     // 7. The needle frames, drawn for the panel already.
     const int needleFormat = ctx.settings.needleDataType == 1 ? FormatArgb4444Zip : FormatArgb4444;
-    for (int j = 0; j < c2; ++j) {
-        Entry &entry = tables[0][c1 + j];
-        entry.address = quint32(dataAddress);
-        entry.length = 0;
-        entry.format = PictureBlock::kUnreadableFormat;
-        const QString path = MediaFiles::pathIn(ctx.projectDir, QStringLiteral("Needle/"), needles[j]);
-        const EncodedImage encoded = path.isEmpty() ? EncodedImage() : ImageEncoder::encodeNeedleFrame(path, needleFormat, options);
-        if (!encoded.isValid() || encoded.length() <= 0) {
-            ctx.complain(QStringLiteral("The needle frame cannot be opened: Needle/") + needles[j]);
-            continue;
-        }
-        const QString piece = iconDir + QStringLiteral("/Needle_") + needles[j] + QStringLiteral(".bin");
-        if (!writeFile(piece, place(entry, encoded, dataAddress, vc530)))
-            ctx.complain(QStringLiteral("Fail to write ") + piece);
-        pieces << piece;
+    {
+        const std::function<EncodedImage(int)> make = [&](int j) {
+            const QString path = MediaFiles::pathIn(ctx.projectDir, QStringLiteral("Needle/"), needles[j]);
+            return path.isEmpty() ? EncodedImage() : ImageEncoder::encodeNeedleFrame(path, needleFormat, workerOptions);
+        };
+        const std::function<bool(int, EncodedImage &)> take = [&](int j, EncodedImage &encoded) {
+            if (options.perRow)
+                options.perRow();
+            Entry &entry = tables[0][c1 + j];
+            entry.address = quint32(dataAddress);
+            entry.length = 0;
+            entry.format = PictureBlock::kUnreadableFormat;
+            if (!encoded.isValid() || encoded.length() <= 0) {
+                ctx.complain(QStringLiteral("The needle frame cannot be opened: Needle/") + needles[j]);
+                return true;
+            }
+            written = place(out, entry, encoded, dataAddress, vc530) && written;
+            return true;
+        };
+        OrderedWork::run<EncodedImage>(c2, workers, window, make, take);
     }
 
     // 8. The further languages; one whose folder is missing repeats language 0.
@@ -241,24 +271,21 @@ void build(BuildContext &ctx, const QByteArray &modes)
             table[c1 + j] = tables[0][c1 + j];
     }
 
-    // 9. Tables, then the pictures in table order.
-    QFile out(ctx.blockPath(Block::Icon));
-    if (!out.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
-        ctx.complain(QStringLiteral("Fail to open ") + out.fileName());
-        return;
-    }
-    out.write(head);
+    // 9. The tables, in the room left for them in front of the pictures.
+    QByteArray tableBytes;
+    tableBytes.reserve(int(tableSize));
     for (const QVector<Entry> &table : tables) {
         for (int i = 0; i < count; ++i) {
             const Entry &e = table.at(i);
-            out.write(e.bytes());
+            tableBytes.append(e.bytes());
             ctx.log(QStringLiteral("W&H:") + QString::number(e.width) + QLatin1Char(',') + QString::number(e.height));
             ctx.log(QStringLiteral("Len&F:") + QString::number(e.length) + QLatin1Char(',') + QString::number(e.format));
             ctx.log(QStringLiteral("icon") + QString::number(i) + QStringLiteral("bin_Addr:") + hex8(e.address));
         }
     }
-    for (const QString &piece : pieces)
-        FlashFile::append(out, piece);
+    written = out.seek(head.size()) && out.write(tableBytes) == tableBytes.size() && out.seek(out.size()) && written;
+    if (!written)
+        ctx.complain(QStringLiteral("Fail to write ") + out.fileName() + QStringLiteral(": ") + out.errorString());
     const qint64 size = out.size();
     out.close();
     ctx.runningAddress = start + size;

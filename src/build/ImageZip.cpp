@@ -24,17 +24,33 @@ struct Segment {
     bool runLength = false;
 };
 
-// Palette index of each word for the segment being walked: the segment's
-// number (1 to 255) in the high byte and the index in the low byte, so moving
-// on to the next segment needs no clearing.
+// Palette index of each word for the segment being walked: a stamp of the
+// call and the segment's number (1 to 255) above the index, so moving on
+// to the next segment, or the next picture, needs no clearing. The table
+// (256 KB) is made once per thread: small icons would otherwise pay more
+// for clearing it than for their own pixels.
 class IndexTable
 {
 public:
-    IndexTable() : m_entry(65536, 0) {}
+    IndexTable()
+    {
+        static thread_local std::vector<quint32> entries;
+        static thread_local quint32 lastBase = 0;
+        if (entries.empty() || lastBase >= kLastBase) {
+            entries.assign(65536, 0);
+            lastBase = 0;
+        }
+        lastBase += 256;
+        m_base = lastBase;
+        m_entry = entries.data();
+    }
 
-    bool contains(quint16 w, int segmentMark) const { return m_entry[w] >> 8 == segmentMark; }
+    bool contains(quint16 w, int segmentMark) const { return m_entry[w] >> 8 == m_base + quint32(segmentMark); }
     quint8 index(quint16 w) const { return quint8(m_entry[w]); }
-    void set(quint16 w, int segmentMark, int index) { m_entry[w] = quint16(segmentMark << 8 | index); }
+    void set(quint16 w, int segmentMark, int index)
+    {
+        m_entry[w] = (m_base + quint32(segmentMark)) << 8 | quint32(index);
+    }
     void load(const Segment &s, int segmentMark)
     {
         for (int i = 0; i < s.paletteSize; ++i)
@@ -42,7 +58,9 @@ public:
     }
 
 private:
-    std::vector<quint16> m_entry;
+    static constexpr quint32 kLastBase = (1u << 24) - 512; // stamps stay in 24 bits
+    quint32 m_base = 0;
+    quint32 *m_entry = nullptr;
 };
 
 void put16(uchar *p, quint32 v)

@@ -1,8 +1,10 @@
 #include "designer/PictureRenderers.h"
 
 #include "build/ImageEncoder.h"
+#include "designer/TextRenderers.h"
 #include "project/MediaFiles.h"
 #include "widgets/LineGrammar.h"
+#include "widgets/GaugeKinds.h"
 #include "widgets/WordTables.h"
 
 #include <QBuffer>
@@ -303,13 +305,46 @@ QImage renderBar(const EditBuffer &widget, const QString &projectDir, QString *p
     return image;
 }
 
+namespace {
+
+// A number's picture placed by its alignment: its left edge on the point,
+// its middle for the centred words, its right edge for the right ones.
+void drawNumberAt(QPainter &p, const QImage &number, const QPoint &at, int alignment)
+{
+    if (number.isNull())
+        return;
+    const int cls = TextRenderers::alignmentClass(alignment);
+    const int left = cls == 1 ? at.x() - number.width() / 2 : cls == 2 ? at.x() - number.width() : at.x();
+    p.drawImage(left, at.y(), number);
+}
+
+// The value of a ring in its digits (font or pictures, by digitDisplayMode),
+// or null when the ring shows none.
+QImage ringNumber(const EditBuffer &w, const QString &projectDir, QString *problem)
+{
+    const int source = WordTables::digitSource.valueOf(w.text("digitDisplayMode"));
+    if (source != 1 && source != 2)
+        return QImage();
+    const QString text = TextRenderers::numberText(w.number("defaultValue"), int(w.number("integerDigit")),
+                                                   int(w.number("decimalDigit")), false);
+    if (source == 1)
+        return TextRenderers::fontRun(text, int(w.number("fontID")),
+                                      QColor(QRgb(0xFF000000u | (quint32(w.number("fontColor")) & 0xFFFFFFu))),
+                                      projectDir, w.objectName(), problem);
+    return TextRenderers::digitRun(text, LineGrammar::iconNumber(w.text("firstIcon")),
+                                   LineGrammar::iconNumber(w.text("lastIcon")), projectDir, w.objectName(), problem);
+}
+
+} // namespace
+
 QImage renderRing(const EditBuffer &widget, const QString &projectDir, QString *problem)
 {
     const QImage background = picture(widget, "background", projectDir, problem);
     const QImage foreground = picture(widget, "foreground", projectDir, problem);
     const bool touch = widget.kind() == WidgetKind::RTouch;
     const QImage button = touch ? picture(widget, "slideButton", projectDir, problem) : QImage();
-    if (background.isNull() && foreground.isNull() && button.isNull())
+    const QImage number = ringNumber(widget, projectDir, problem);
+    if (background.isNull() && foreground.isNull() && button.isNull() && number.isNull())
         return QImage();
     QImage image = transparentImage(canvasSize(widget, background.isNull() ? foreground.size() : background.size()));
     if (image.isNull())
@@ -331,6 +366,11 @@ QImage renderRing(const EditBuffer &widget, const QString &projectDir, QString *
         const QPointF on = pointAt(centre, double(widget.number("slide_R")), angle);
         p.drawImage(on - QPointF(button.width() / 2.0, button.height() / 2.0), button);
     }
+    // rtouch keeps its number point inside the widget, rProgress on the page
+    const QPoint at = touch ? QPoint(int(widget.number("promptNum_x")), int(widget.number("promptNum_y")))
+                            : QPoint(int(widget.number("promptNum_X")) - widget.x(),
+                                     int(widget.number("promptNum_Y")) - widget.y());
+    drawNumberAt(p, number, at, WordTables::alignment.valueOf(widget.text("alignment")));
     return image;
 }
 
@@ -344,6 +384,21 @@ QImage renderNeedle(const EditBuffer &widget, const QString &projectDir, QString
         return image;
     QPainter p(&image);
     p.drawImage(0, 0, background);
+
+    // its number in pictures, at a point of the page
+    if (widget.isOn("showNumber")) {
+        const int decimals = int(widget.number("showNumber_decimalDigit"));
+        const QString text = TextRenderers::numberText(
+            GaugeKinds::needleNumber(widget.text("showNumber_defaultNumber"), decimals),
+            int(widget.number("showNumber_integerDigit")), decimals, widget.isOn("showNumber_leadingZero"));
+        const QImage number = TextRenderers::digitRun(text, LineGrammar::iconNumber(widget.text("showNumber_firstIcon")),
+                                                      LineGrammar::iconNumber(widget.text("showNumber_lastIcon")),
+                                                      projectDir, widget.objectName(), problem);
+        drawNumberAt(p, number,
+                     QPoint(int(widget.number("showNumber_promptNum_X")) - widget.x(),
+                            int(widget.number("showNumber_promptNum_Y")) - widget.y()),
+                     WordTables::alignment.valueOf(widget.text("showNumber_alignment")));
+    }
 
     const int style = WordTables::needleStyle.valueOf(widget.text("needleType"));
     QImage shape;

@@ -101,19 +101,24 @@ bool loadFont(const QString &path, FontFile::Font *font, QString *reason)
     return font->isValid();
 }
 
-// The font a widget names, ready to draw: invalid when FontBin/ has no
-// such file (silently) or the file is no font (with *problem).
-FontFile::Font widgetFont(const EditBuffer &w, const QString &projectDir, QString *problem)
+// The font of an id, ready to draw: invalid when FontBin/ has no such file
+// (silently) or the file is no font (with *problem, naming `who`).
+FontFile::Font fontById(int fontId, const QString &projectDir, const QString &who, QString *problem)
 {
     FontFile::Font font;
-    const QString path = fontFilePath(projectDir, int(w.number("fontID")));
+    const QString path = fontFilePath(projectDir, fontId);
     if (path.isEmpty())
         return font;
     QString reason;
     if (!loadFont(path, &font, &reason) && problem)
-        *problem = w.objectName() + QStringLiteral(": font ") + QStringLiteral("FontBin/")
-                   + QFileInfo(path).fileName() + QStringLiteral(" can't be drawn: ") + reason;
+        *problem = who + QStringLiteral(": font ") + QStringLiteral("FontBin/") + QFileInfo(path).fileName()
+                   + QStringLiteral(" can't be drawn: ") + reason;
     return font;
+}
+
+FontFile::Font widgetFont(const EditBuffer &w, const QString &projectDir, QString *problem)
+{
+    return fontById(int(w.number("fontID")), projectDir, w.objectName(), problem);
 }
 
 // Lines of text in the font, one under the other from the top, each placed
@@ -289,17 +294,29 @@ QImage renderNumber(const EditBuffer &w, const QString &projectDir, QString *pro
 
 QImage renderPngNumber(const EditBuffer &w, const QString &projectDir, QString *problem)
 {
-    const int first = LineGrammar::iconNumber(w.text("firstIcon"));
+    const QImage run = digitRun(shownDigits(w), LineGrammar::iconNumber(w.text("firstIcon")),
+                                LineGrammar::iconNumber(w.text("lastIcon")), projectDir, w.objectName(), problem);
+    if (run.isNull())
+        return run;
+    QImage image = blankImage(w);
+    if (image.isNull())
+        return image;
+    QPainter p(&image);
+    p.drawImage(leftOf(run.width(), image.width(), alignmentClass(alignmentOf(w))), 0, run);
+    return image;
+}
+
+QImage digitRun(const QString &text, int first, int last, const QString &projectDir, const QString &who,
+                QString *problem)
+{
     if (first < 0)
         return QImage();
-    const int last = LineGrammar::iconNumber(w.text("lastIcon"));
-    const QStringList icons =
-        QDir(projectDir + QStringLiteral("Icon")).entryList(QDir::Files, QDir::Name);
-
+    const QStringList icons = QDir(projectDir + QStringLiteral("Icon")).entryList(QDir::Files, QDir::Name);
     QHash<int, QImage> pictures; // by offset in the run
     QVector<QImage> run;
     int width = 0;
-    for (const QChar c : shownDigits(w)) {
+    int height = 0;
+    for (const QChar c : text) {
         const int offset = c.isDigit()                 ? c.digitValue()
                            : c == QLatin1Char('-')     ? kMinusPicture
                            : c == QLatin1Char('.')     ? kPointPicture
@@ -311,25 +328,50 @@ QImage renderPngNumber(const EditBuffer &w, const QString &projectDir, QString *
             QString error;
             pictures.insert(offset, path.isEmpty() ? QImage() : MediaFiles::readPicture(path, QSize(), &error));
             if (!error.isEmpty() && problem)
-                *problem = w.objectName() + QStringLiteral(": ") + error;
+                *problem = who + QStringLiteral(": ") + error;
         }
         const QImage &picture = pictures[offset];
         if (picture.isNull())
             continue;
         run.append(picture);
         width += picture.width();
+        height = qMax(height, picture.height());
     }
-    if (run.isEmpty())
+    if (run.isEmpty() || width > kMaxSide || height > kMaxSide)
         return QImage();
-    QImage image = blankImage(w);
-    if (image.isNull())
-        return image;
+    QImage image(width, height, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
     QPainter p(&image);
-    int x = leftOf(width, image.width(), alignmentClass(alignmentOf(w)));
+    int x = 0;
     for (const QImage &picture : run) {
         p.drawImage(x, 0, picture);
         x += picture.width();
     }
+    return image;
+}
+
+QImage fontRun(const QString &text, int fontId, const QColor &colour, const QString &projectDir, const QString &who,
+               QString *problem)
+{
+    const FontFile::Font font = fontById(fontId, projectDir, who, problem);
+    const FontFile::Header &h = font.header();
+    if (!font.isValid() || text.isEmpty() || h.height <= 0)
+        return QImage();
+    int width = 0;
+    if (FontFile::hasFamily(h.encoding())) {
+        QFont f;
+        if (!h.family.isEmpty())
+            f.setFamily(h.family);
+        f.setPixelSize(h.height);
+        width = QFontMetrics(f).horizontalAdvance(text);
+    } else {
+        width = FontFile::drawCodes(font, FontFile::codesOf(text, h.encoding()), colour.rgb()).width();
+    }
+    if (width <= 0 || width > kMaxSide)
+        return QImage();
+    QImage image(width, h.height, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    drawLines(image, font, {text}, colour, 0);
     return image;
 }
 

@@ -11,6 +11,7 @@
 
 #include "widgets/EditBuffer.h"
 
+#include <QColor>
 #include <QImage>
 #include <QString>
 
@@ -28,6 +29,17 @@ QImage renderLabel(const EditBuffer &widget, const QString &projectDir, QString 
 QImage renderTextRoll(const EditBuffer &widget, const QString &projectDir, QString *problem = nullptr);
 QImage renderNumber(const EditBuffer &widget, const QString &projectDir, QString *problem = nullptr);
 QImage renderPngNumber(const EditBuffer &widget, const QString &projectDir, QString *problem = nullptr);
+
+// A number's text drawn from a run of pictures of Icon/, `first` to
+// `last`: the digits 0-9 first, then the minus sign and the point when the
+// run has them. Characters without a picture are left out; null when no
+// picture shows. `who` names the widget in *problem.
+QImage digitRun(const QString &text, int first, int last, const QString &projectDir, const QString &who,
+                QString *problem = nullptr);
+// One line of text in the font of `fontId`, at the text's own size; null
+// without a usable font or text.
+QImage fontRun(const QString &text, int fontId, const QColor &colour, const QString &projectDir, const QString &who,
+               QString *problem = nullptr);
 
 // The first file of FontBin/ (in name order) whose two-digit number is
 // the font id; empty when there is none.

@@ -8,6 +8,7 @@
 #include "build/BuildContext.h"
 #include "build/GifBlock.h"
 #include "build/IconBlock.h"
+#include "build/OrderedWork.h"
 #include "build/PageChecks.h"
 #include "project/PageList.h"
 
@@ -16,6 +17,9 @@
 #include <QImage>
 #include <QTemporaryDir>
 #include <QtTest>
+#include <QtEndian>
+
+#include <atomic>
 
 using namespace vantile;
 
@@ -314,6 +318,112 @@ private slots:
         QCOMPARE(p.ctx.runningAddress, start + expected.size());
         QVERIFY(p.ctx.errorText.contains("The gif does not exist or cannot be opened: Gif/0000_bad.gif"));
         QVERIFY(p.ctx.buildLog.contains("Make Gif_all.bin"));
+    }
+
+    // A gif whose data ends inside its third frame keeps the two frames
+    // before, in a table of two: red green / blue red as RGB565 from 0x2028.
+    void gifThatBreaksOff()
+    {
+        Project p;
+        QByteArray g = gif({{0, 1}, {2, 0}, {1, 2}});
+        g.chop(4); // the third frame's codes, its block end and the trailer
+        p.file("Gif/0000_cut.gif", g);
+        p.ctx.runningAddress = 0x2000;
+        GifBlock::build(p.ctx, hex("80"));
+        QCOMPARE(readAll(p.ctx.blockPath(Block::Gif)),
+                 hex("08200000 02000000"
+                     "28200000 0000 0000 0200 0100 040000 00"
+                     "2C200000 0000 0000 0200 0100 040000 00"
+                     "00F8E007 1F0000F8"));
+    }
+
+    // Forty icons, made on workers and written in order: entry k at
+    // 0x1000 + 12 x 40 + 2k holds red 8(k % 32), blue 8(k / 32), packed as
+    // RGB565 (r >> 3) << 11 | b >> 3. Icon 13 is missing, 27 is no picture:
+    // length 0, format 255, at the address the next one takes.
+    void manyIconsKeepTheirOrder()
+    {
+        Project p;
+        const int n = 40;
+        QStringList lines;
+        for (int k = 0; k < n; ++k) {
+            if (k == 27)
+                p.file("Icon/0027_bad.png", "not a picture");
+            else if (k != 13)
+                p.icon(QStringLiteral("Icon/%1_i.png").arg(k, 4, 10, QLatin1Char('0')), qRgb(8 * (k % 32), 0, 8 * (k / 32)));
+        }
+        QByteArray expectedTable, expectedData;
+        quint32 address = 0x1000 + 12 * n;
+        for (int k = 0; k < n; ++k) {
+            QByteArray entry(12, '\0');
+            qToLittleEndian<quint32>(address, entry.data());
+            if (k == 13 || k == 27) {
+                entry[11] = char(0xFF);
+            } else {
+                qToLittleEndian<quint16>(1, entry.data() + 4);
+                qToLittleEndian<quint16>(1, entry.data() + 6);
+                entry[8] = 2;
+                const quint16 word = quint16((k % 32) << 11 | (k / 32));
+                expectedData += char(word & 0xFF);
+                expectedData += char(word >> 8);
+                address += 2;
+            }
+            expectedTable += entry;
+        }
+        p.ctx.runningAddress = 0x1000;
+        IconBlock::build(p.ctx, QByteArray(n, char(0x80)));
+        QCOMPARE(readAll(p.ctx.blockPath(Block::Icon)), expectedTable + expectedData);
+        QVERIFY(p.ctx.errorText.contains("The icon13does not exist!"));
+        QVERIFY(p.ctx.errorText.contains("The icon cannot be opened: Icon/0027_bad.png"));
+        const QStringList scanned = p.ctx.buildLog.filter("Scan icon:");
+        QCOMPARE(scanned.size(), n - 1);
+        QCOMPARE(scanned.first(), QStringLiteral("Scan icon:0000_i.png..."));
+        QCOMPARE(scanned.last(), QStringLiteral("Scan icon:0039_i.png..."));
+    }
+
+    // Items are taken in number order, never more than `window` made ahead
+    // of the one taken, and a stop ends the making.
+    void orderedWork_data()
+    {
+        QTest::addColumn<int>("workers");
+        QTest::addColumn<int>("window");
+        QTest::addColumn<int>("stopAt"); // -1: take all
+        QTest::newRow("one worker") << 1 << 3 << -1;
+        QTest::newRow("two workers") << 2 << 4 << -1;
+        QTest::newRow("four workers, narrow window") << 4 << 4 << -1;
+        QTest::newRow("stop at 17") << 3 << 6 << 17;
+    }
+    void orderedWork()
+    {
+        QFETCH(int, workers);
+        QFETCH(int, window);
+        QFETCH(int, stopAt);
+        const int count = 200;
+        std::atomic<int> made{0}, taken{0}, mostAhead{0};
+        QVector<int> order;
+        int wrong = 0;
+        const std::function<int(int)> make = [&](int i) {
+            const int ahead = ++made - taken;
+            int seen = mostAhead;
+            while (ahead > seen && !mostAhead.compare_exchange_weak(seen, ahead)) {
+            }
+            return i * i;
+        };
+        const std::function<bool(int, int &)> take = [&](int i, int &square) {
+            wrong += square != i * i;
+            order << i;
+            ++taken;
+            return i != stopAt;
+        };
+        OrderedWork::run<int>(count, workers, window, make, take);
+        const int last = stopAt < 0 ? count - 1 : stopAt;
+        QCOMPARE(wrong, 0);
+        QCOMPARE(order.size(), last + 1);
+        for (int i = 0; i <= last; ++i)
+            QCOMPARE(order[i], i);
+        QVERIFY2(mostAhead <= window, qPrintable(QString::number(mostAhead)));
+        if (stopAt >= 0)
+            QVERIFY(made <= stopAt + 1 + window);
     }
 
     void unusedGifsAndEmptyFolder()

@@ -192,6 +192,67 @@ private slots:
         for (const QPoint &p : {QPoint(37, 2), QPoint(37, 37), QPoint(25, 10)})
             QCOMPARE(at(img, p.x(), p.y()), kBlue);
     }
+
+    // Numbers on gauges, from digit pictures 0010-0019 (3 x 5, digit d in
+    // green 20d). The widget stands at page (100, 50); rProgress and needle
+    // points are page positions, rtouch's lie in the widget. "42" at the
+    // widget's (10, 10): "4" covers x 10-12, "2" x 13-15; centred, the six
+    // columns start at 10 - 3 = 7.
+    void gaugeNumbers_data()
+    {
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<QStringList>("fields"); // key=text
+        QTest::addColumn<QPoint>("where");
+        QTest::addColumn<int>("digit"); // -1: nothing drawn there
+        const QStringList ring = {"digitDisplayMode=IconNum", "firstIcon=0010_d.png", "lastIcon=0019_d.png",
+                             "defaultValue=42", "integerDigit=2", "promptNum_X=110",
+                             "promptNum_Y=60"};
+        QTest::newRow("rProgress, first digit") << int(WidgetKind::RProgress) << ring << QPoint(10, 10) << 4;
+        QTest::newRow("rProgress, second digit") << int(WidgetKind::RProgress) << ring << QPoint(15, 14) << 2;
+        QTest::newRow("rProgress, centred") << int(WidgetKind::RProgress) << (ring + QStringList{"alignment=Middle"})
+                                         << QPoint(7, 10) << 4;
+        QTest::newRow("rProgress, no digits") << int(WidgetKind::RProgress)
+                                           << (ring + QStringList{"digitDisplayMode=Null"})
+                                           << QPoint(10, 10) << -1;
+        QTest::newRow("rtouch, inside the widget")
+            << int(WidgetKind::RTouch)
+            << QStringList{"digitDisplayMode=IconNum", "firstIcon=0010_d.png", "lastIcon=0019_d.png",
+                      "defaultValue=7", "integerDigit=1", "promptNum_x=4", "promptNum_y=6"}
+            << QPoint(4, 6) << 7;
+        const QStringList needle = {"showNumber=Enable", "showNumber_defaultNumber=9",
+                               "showNumber_firstIcon=0010_d.png", "showNumber_lastIcon=0019_d.png",
+                               "showNumber_promptNum_X=105", "showNumber_promptNum_Y=80",
+                               "pivot_X=35", "pivot_Y=35"};
+        QTest::newRow("needle number") << int(WidgetKind::Needle) << needle << QPoint(6, 33) << 9;
+        QTest::newRow("needle without number") << int(WidgetKind::Needle)
+                                               << (needle + QStringList{"showNumber=Disable"})
+                                               << QPoint(6, 33) << -1;
+    }
+    void gaugeNumbers()
+    {
+        QFETCH(int, kind);
+        QFETCH(QStringList, fields);
+        QFETCH(QPoint, where);
+        QFETCH(int, digit);
+        project({PageList::blankLine(0)});
+        for (int d = 0; d < 10; ++d)
+            solid(QStringLiteral("00%1_d.png").arg(10 + d), {3, 5}, qRgb(0, 20 * d, 255));
+        QList<QByteArray> keys;
+        QVector<QPair<const char *, QString>> texts;
+        for (const QString &f : fields)
+            keys << f.section('=', 0, 0).toLatin1();
+        for (int i = 0; i < fields.size(); ++i)
+            texts.append({keys[i].constData(), fields[i].section('=', 1)});
+        const EditBuffer b = widget(WidgetKind(kind), {100, 50, 70, 70}, texts);
+        const QImage img = kind == int(WidgetKind::Needle) ? PictureRenderers::renderNeedle(b, root(), nullptr)
+                                                            : PictureRenderers::renderRing(b, root(), nullptr);
+        if (digit < 0) {
+            QVERIFY(img.isNull() || qAlpha(at(img, where.x(), where.y())) == 0);
+            return;
+        }
+        QVERIFY(!img.isNull());
+        QCOMPARE(at(img, where.x(), where.y()), qRgb(0, 20 * digit, 255));
+    }
 };
 
 QTEST_MAIN(TestPictureCanvas)

@@ -11,6 +11,8 @@
 #include "build/OrderedWork.h"
 #include "build/PageChecks.h"
 #include "project/PageList.h"
+#include "widgets/KindRegistry.h"
+#include "widgets/Records.h"
 
 #include <QDir>
 #include <QFile>
@@ -501,6 +503,22 @@ private slots:
         QCOMPARE(p.directory.value(BlockDirectory::IconCount), 6u);
         QCOMPARE(block.mid(12, 12), hex("48100000 0200 0400 100000 02"));
         QCOMPARE(block.mid(72, 16), QByteArray(16, char(0xFF)));
+
+        // The needle's record names the place of its frames (offset 58): the
+        // "Animation" needle's first frame is entry 4, the upright 2 x 4 frame
+        // of animation 1; a needle drawn by lines names none.
+        RecordContext rc;
+        rc.pagePicture = rc.panel = QSize(480, 272);
+        rc.needleFrames = p.ctx.needleFrames;
+        const QString lines[] = {needle(2, "Animation", "0000_n.png", 0, 90, 90),
+                                 needle(3, "2Ddrawing", "0000_n.png", 0, 90, 10)};
+        const quint32 places[] = {4u, 0xFFFFFFFFu};
+        for (int i = 0; i < 2; ++i) {
+            QByteArray record;
+            QCOMPARE(KindRegistry::writeRecord(record, lines[i], rc), 64);
+            QCOMPARE(qFromLittleEndian<quint32>(record.constData() + 58), places[i]);
+        }
+        QCOMPARE(block.mid(4 * 12 + 4, 4), hex("0200 0400"));
     }
 };
 

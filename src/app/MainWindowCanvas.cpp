@@ -6,6 +6,7 @@
 #include "app/Prompts.h"
 #include "app/TableView.h"
 #include "designer/CanvasWidgets.h"
+#include "designer/MenuRenderers.h"
 #include "widgets/WidgetLine.h"
 #include "widgets/WriteAddress.h"
 #include "project/PageAttributes.h"
@@ -164,8 +165,16 @@ void MainWindow::makeWidget(const QRect &canvasRect)
     if (kind == WidgetKind::None || !EditBuffer(kind).hasSchema())
         return; // this kind's fields are not described yet: nothing is made
     const int index = m_canvasWidgets->lowestFree(kind);
-    if (index < 0)
-        return; // the kind's table is full
+    if (index < 0) {
+        // The kind's table is full: nothing is made. The one video and the
+        // one cross-page menu of a page refuse a second without a word.
+        if (kind != WidgetKind::Video && kind != WidgetKind::SlideMenuPro) {
+            const QString message = WidgetKinds::overMaximumMessage(kind);
+            log(message);
+            statusBar()->showMessage(message, 5000);
+        }
+        return;
+    }
     const QRect panel(int(canvasRect.x() / m_zoomFactor), int(canvasRect.y() / m_zoomFactor),
                       int(canvasRect.width() / m_zoomFactor), int(canvasRect.height() / m_zoomFactor));
     EditBuffer widget = WidgetLine::createNew(kind, quint32(index), panel);
@@ -356,6 +365,13 @@ void MainWindow::mouseMoveEvent(QMouseEvent *event)
             left = qMax(0, canvas.width() - label->width());
         if (top + label->height() > canvas.height())
             top = qMax(0, canvas.height() - label->height());
+        // a slide menu keeps room for its next item along its direction
+        if (m_editBuffer.objectName() == m_selectedName && m_editBuffer.kind() == WidgetKind::SlideMenuPro) {
+            const QPoint held = MenuRenderers::clampDrag(m_editBuffer, m_projectDir, QPoint(left, top),
+                                                         label->size(), canvas, m_zoomFactor);
+            left = held.x();
+            top = held.y();
+        }
         label->move(left, top);
         storeLabelGeometry(label, false);
     }

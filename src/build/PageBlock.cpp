@@ -1,6 +1,7 @@
 #include "build/PageBlock.h"
 #include "project/MediaFiles.h"
 
+#include "build/MediaInfo.h"
 #include "build/PageChecks.h"
 #include "project/PageAttributes.h"
 #include "project/SealedFile.h"
@@ -39,12 +40,19 @@ quint16 pageRef(const QString &reference)
     return LineGrammar::refField(LineGrammar::pageNumber(reference));
 }
 
+// Which lines a run of the passes writes, and with which writers.
+enum class Run {
+    Page,   // a page's own lines
+    Merged, // a host's Vice pages behind its own lines: no slide menu record
+    Vice,   // a Vice page for the Vice block: the Vice forms, one stream
+};
+
 // One run of the passes over a list of lines.
 class PassRun
 {
 public:
-    PassRun(const QStringList &lines, const RecordContext &ctx, Streams &out, bool merged)
-        : m_lines(lines), m_ctx(ctx), m_out(out), m_merged(merged),
+    PassRun(const QStringList &lines, const RecordContext &ctx, Streams &out, Run run)
+        : m_lines(lines), m_ctx(ctx), m_out(out), m_run(run),
           m_parents(PageChecks::groupParents(lines)), m_written(lines.size(), false)
     {
         for (const QString &line : lines)
@@ -55,15 +63,17 @@ public:
     {
         // 1. Slide menus. The merged lines are tested for a word no line
         // begins with, so they give no slide menu record.
-        if (!m_merged)
+        if (m_run == Run::Page)
             forKind(K::SlideMenuPro, [this](int i) { writeOne(i); });
-        // 2. The page's own record.
+        // 2. The page's own record; the Vice block has no touch stream.
         for (int i = 0; i < m_lines.size(); ++i) {
             if (PageAttributes::isPageLine(m_lines[i])) {
+                m_written[i] = true;
+                if (m_run == Run::Vice)
+                    continue;
                 PageAttributes page;
                 page.parse(m_lines[i]);
                 m_out.touch.append(pageTouchRecord(page, m_ctx.viceFlag));
-                m_written[i] = true;
             }
         }
         // 3-7. The group parents that move, each followed by its group.
@@ -92,9 +102,15 @@ private:
                 f(i);
     }
 
+    // On a Vice page only the six kinds with a Vice form write anything,
+    // but a group of theirs still follows its parent's place.
     void writeOne(int i)
     {
         m_written[i] = true;
+        if (m_run == Run::Vice) {
+            KindRegistry::writeViceRecord(m_out.display, m_lines[i], m_ctx);
+            return;
+        }
         const bool touch = WidgetKinds::info(m_kinds[i]).recordClass == RecordClass::Touch;
         KindRegistry::writeRecord(touch ? m_out.touch : m_out.display, m_lines[i], m_ctx);
     }
@@ -110,44 +126,11 @@ private:
     const QStringList &m_lines;
     const RecordContext &m_ctx;
     Streams &m_out;
-    const bool m_merged;
+    const Run m_run;
     QVector<K> m_kinds;
     QVector<int> m_parents;
     QVector<bool> m_written;
 };
-
-// The Vice stream: the six display kinds of a Vice page, picture widgets
-// first, then the others in file order, members of a group behind their
-// parent.
-QByteArray viceStream(const QStringList &lines, const RecordContext &ctx)
-{
-    QByteArray out;
-    const QVector<int> parents = PageChecks::groupParents(lines);
-    QVector<bool> written(lines.size(), false);
-    QVector<K> kinds;
-    for (const QString &line : lines)
-        kinds << WidgetKinds::kindOfLine(line);
-    auto writeOne = [&](int i) {
-        written[i] = true;
-        KindRegistry::writeViceRecord(out, lines[i], ctx);
-    };
-    auto writeWithGroup = [&](int p) {
-        writeOne(p);
-        for (int i = 0; i < lines.size(); ++i)
-            if (parents[i] == p && !written[i])
-                writeOne(i);
-    };
-    for (K k : {K::BitIcon, K::Icon})
-        for (int i = 0; i < lines.size(); ++i)
-            if (kinds[i] == k && !written[i] && parents[i] < 0)
-                writeWithGroup(i);
-    for (int i = 0; i < lines.size(); ++i)
-        if (!written[i] && parents[i] < 0
-            && (kinds[i] == K::Label || kinds[i] == K::Statictext || kinds[i] == K::Number
-                || kinds[i] == K::PngNumber || kinds[i] == K::RTC))
-            writeWithGroup(i);
-    return out;
-}
 
 bool writeFile(const QString &path, const QByteArray &bytes)
 {
@@ -205,13 +188,20 @@ Streams buildStreams(const QStringList &lines, const RecordContext &ctx, const Q
                      const RecordContext *mergedCtx)
 {
     Streams out;
-    PassRun(lines, ctx, out, false).run();
+    PassRun(lines, ctx, out, Run::Page).run();
     if (!merged.isEmpty()) {
         RecordContext vice = mergedCtx ? *mergedCtx : ctx;
         vice.viceFlag = true;
-        PassRun(merged, vice, out, true).run();
+        PassRun(merged, vice, out, Run::Merged).run();
     }
     return out;
+}
+
+QByteArray viceStream(const QStringList &lines, const RecordContext &ctx)
+{
+    Streams out;
+    PassRun(lines, ctx, out, Run::Vice).run();
+    return out.display;
 }
 
 QByteArray pageIndex(quint32 blockAddress, const QList<Lengths> &pages)
@@ -278,6 +268,7 @@ RecordContext contextWith(BuildContext &ctx, int row, const QList<QSize> &sizes)
     rc.variables = &ctx.variables;
     rc.fonts = &ctx.fonts;
     rc.needleFrames = ctx.needleFrames;
+    rc.videoProbe = [&ctx](const QString &name, int id) { MediaInfo::probeVideo(ctx, name, id); };
     rc.errorText = &ctx.errorText;
     return rc;
 }
@@ -299,20 +290,21 @@ void collectVicePages(BuildContext &ctx)
             if (WidgetKinds::kindOfLine(line) != K::SlideMenuPro)
                 continue;
             EditBuffer b;
-            if (WidgetLine::parse(line, K::SlideMenuPro, b) != ParseStatus::Ok) {
-                ctx.log(KindRegistry::noSchemaMessage(K::SlideMenuPro));
+            WidgetLine::parse(line, K::SlideMenuPro, b);
+            const QString target = b.text("pageGoto");
+            if (target.isEmpty())
+                continue;
+            // a page the list doesn't have, or the host itself, can't be shown inside it
+            const int page = LineGrammar::pageNumber(target);
+            if (page < 0 || page >= ctx.pageLines.size() || page == row) {
+                ctx.complain(QStringLiteral("Page") + QString::number(row) + QStringLiteral(": ") + b.name()
+                             + QStringLiteral(", the page ") + target + QStringLiteral(" can't be shown in it"));
                 continue;
             }
-            const KindDef *def = b.definition();
-            for (int i = 0; i < def->fieldCount; ++i) {
-                if (def->fields[i].codec != Codec::PageRef || b.value(i).text.isEmpty())
-                    continue;
-                const int page = LineGrammar::pageNumber(b.value(i).text);
-                if (page < 0)
-                    continue;
+            if (!ctx.vicePages.contains(page))
                 ctx.vicePages.append(page);
+            if (!ctx.mergeMap[row].contains(page))
                 ctx.mergeMap[row].append(page);
-            }
         }
     }
 }
@@ -427,7 +419,7 @@ void PageBuilder::build(BuildContext &ctx)
 void VicePageBuilder::build(BuildContext &ctx)
 {
     ctx.log(QString());
-    ctx.log(QStringLiteral("Get Vice page widget data..."));
+    ctx.log(QStringLiteral("Get page widget data..."));
     const quint32 address = quint32(ctx.runningAddress);
     const int n = ctx.pageLines.size();
     ctx.directory->set(BlockDirectory::VicePageAddress, address);
@@ -444,17 +436,18 @@ void VicePageBuilder::build(BuildContext &ctx)
             lengths << 0;
             continue;
         }
-        QString file = PageChecks::pageFile(row, QStringLiteral(".cfc"));
+        // A Vice page that hosts one of its own has its lines in its .cfc, in
+        // front of the boundary; a .cfc left by an earlier build is no guide.
         QStringList lines;
-        if (QFile::exists(ctx.path(file))) {
-            for (const QString &line : PageChecks::readPage(ctx.path(file), SealedFile::kBuiltInKey, &ctx)) {
+        if (ctx.mergeMap.contains(row)) {
+            const QString cfc = ctx.path(PageChecks::pageFile(row, QStringLiteral(".cfc")));
+            for (const QString &line : PageChecks::readPage(cfc, SealedFile::kBuiltInKey, &ctx)) {
                 if (line.startsWith(QLatin1String(kMergeBoundary)))
                     break;
                 lines << line;
             }
         } else {
-            file = PageChecks::pageFile(row, QStringLiteral(".cfg"));
-            lines = PageChecks::readPage(ctx.path(file), key, &ctx);
+            lines = PageChecks::readPage(ctx.path(PageChecks::pageFile(row, QStringLiteral(".cfg"))), key, &ctx);
         }
         RecordContext rc = contextWith(ctx, row, sizes);
         rc.viceFlag = true;

@@ -45,6 +45,11 @@ QByteArray pageTouchRecord(const PageAttributes &page, bool viceFlag);
 Streams buildStreams(const QStringList &lines, const RecordContext &ctx,
                      const QStringList &merged = {}, const RecordContext *mergedCtx = nullptr);
 
+// The one stream of a Vice page in the Vice block: the Vice forms of its
+// label, number, icon, bitIcon, pngNumber and RTC widgets (the ViceFlag
+// comes from ctx), in the order of the display passes, groups included.
+QByteArray viceStream(const QStringList &lines, const RecordContext &ctx);
+
 // The index of the page block at `blockAddress`: 12 bytes per page.
 QByteArray pageIndex(quint32 blockAddress, const QList<Lengths> &pages);
 // The index of the Vice block: 6 bytes per page.
@@ -57,8 +62,9 @@ QSize pagePictureSize(const BuildContext &ctx, int row);
 RecordContext recordContext(BuildContext &ctx, int row);
 
 // The merge steps of chip index 10, run before the checks. The Vice pages
-// are the pages named by the page fields of the `slidemenuPro` widgets;
-// nothing is found while that kind is not described.
+// are the pages named by the `pageGoto` of the `slidemenuPro` widgets, each
+// listed once; the merge map takes each host's in file order. A page that
+// isn't in the page list, or the host itself, is a complaint and is left out.
 void collectVicePages(BuildContext &ctx);
 // For each host of ctx.mergeMap, Plugin/PageNNNN.cfc: the host's lines, the
 // boundary line, then the lines of its Vice pages, all with their groups.

@@ -1,7 +1,10 @@
 #include "designer/CanvasWidgets.h"
 
+#include "designer/MediaRenderers.h"
+#include "designer/MenuRenderers.h"
 #include "designer/PictureRenderers.h"
 #include "designer/TextRenderers.h"
+#include "designer/TimeRenderers.h"
 #include "designer/WidgetLook.h"
 #include "project/MediaFiles.h"
 #include "widgets/WidgetLine.h"
@@ -62,6 +65,13 @@ constexpr RendererEntry kRenderers[] = {
     {WidgetKind::RProgress, PictureRenderers::renderRing, false},
     {WidgetKind::RTouch, PictureRenderers::renderRing, false},
     {WidgetKind::Needle, PictureRenderers::renderNeedle, false},
+    {WidgetKind::SlMenu, MenuRenderers::renderSlMenu, false},
+    {WidgetKind::SlideMenuPro, MenuRenderers::renderSlideMenuPro, false},
+    {WidgetKind::Curve, MenuRenderers::renderCurve, false},
+    {WidgetKind::RTC, TimeRenderers::renderRTC, true},
+    {WidgetKind::Clock, TimeRenderers::renderClock, true},
+    {WidgetKind::UITimer, TimeRenderers::renderTimer, true},
+    {WidgetKind::QRCode, MediaRenderers::renderQrcode, false},
 };
 
 const RendererEntry *rendererOf(WidgetKind kind)

@@ -4,8 +4,13 @@
 #include "widgets/EditBuffer.h"
 #include "widgets/GaugeKinds.h"
 #include "widgets/IconKinds.h"
+#include "widgets/KeyboardKinds.h"
+#include "widgets/MediaKinds.h"
+#include "widgets/MenuKinds.h"
+#include "widgets/CurveKinds.h"
 #include "widgets/NumberKinds.h"
 #include "widgets/Records.h"
+#include "widgets/TimeKinds.h"
 #include "widgets/VariableKinds.h"
 #include "widgets/WidgetLine.h"
 
@@ -39,6 +44,19 @@ const KindDef *const kDescribed[] = {
     &IconKinds::icon,
     &IconKinds::bitIcon,
     &IconKinds::gif,
+    &KeyboardKinds::keypad,
+    &KeyboardKinds::enkeyB,
+    &KeyboardKinds::cnkeyB,
+    &TimeKinds::rtc,
+    &TimeKinds::analogClock,
+    &TimeKinds::uitimer,
+    &MediaKinds::wav,
+    &MediaKinds::video,
+    &MediaKinds::camera,
+    &MediaKinds::qrcode,
+    &MenuKinds::slMenu,
+    &MenuKinds::slideMenuPro,
+    &CurveKinds::curve,
 };
 
 const std::array<const KindDef *, kWidgetKindCount> &byKind()

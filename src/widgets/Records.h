@@ -86,6 +86,9 @@ struct RecordContext {
     // entry for its picture, start and final angle and step; 0xFFFFFFFF
     // when none matches. Unset: no frames were made.
     std::function<quint32(const QString &icon, int startAngle, int finalAngle, int step)> needleFrames;
+    // Reads the facts of the file of Video/ that a video widget plays (by
+    // its number) into the build log. Unset: nothing is read.
+    std::function<void(const QString &widgetName, int videoId)> videoProbe;
     QString *errorText = nullptr;       // the build's collected complaints
 
     // The picture the page's rectangles rotate with.

@@ -89,6 +89,19 @@ const WordEntry kCycle[] = {{"Loop", 1}, {"Stop", 0}};
 
 const WordEntry kPress[] = {{"Once", 0}, {"Repeat", 1}};
 
+const WordEntry kKeyAlignment[] = {{"Left", 0}, {"Middle", 1}, {"Right", 2}};
+
+const WordEntry kKeyCursor[] = {{"Black", 0}, {"White", 1}};
+
+const WordEntry kKeyInputMode[] = {{"New", 0}, {"Modify", 1}};
+
+const WordEntry kKeyDisplay[] = {{"Normal", 0}, {"Star", 1}};
+
+const WordEntry kTimerControl[] = {{"0:Pause the timer", 0}, {"1:Start the timer", 1}, {"2:Cancel the timer", 2},
+                                   {"3:Show timer at pause state", 3}};
+
+const WordEntry kCountDirection[] = {{"+", 1}, {"-", 0}};
+
 template <int N>
 constexpr WordTable table(const WordEntry (&e)[N], int noMatch)
 {
@@ -113,6 +126,12 @@ const WordTable encoding = table(kEncoding, 0);
 const WordTable stepSign = table(kStepSign, 1);
 const WordTable cycle = table(kCycle, 0);
 const WordTable press = table(kPress, 1);
+const WordTable keyAlignment = table(kKeyAlignment, 0);
+const WordTable keyCursor = table(kKeyCursor, 1);
+const WordTable keyInputMode = table(kKeyInputMode, 1);
+const WordTable keyDisplay = table(kKeyDisplay, 0);
+const WordTable timerControl = table(kTimerControl, 0);
+const WordTable countDirection = table(kCountDirection, 0);
 
 } // namespace WordTables
 

@@ -42,6 +42,14 @@ extern const WordTable encoding;       // GB2312 0 ... Custom 9 (5, 7, 8 have no
 extern const WordTable stepSign;       // "+" 0, "-" 1; else 1
 extern const WordTable cycle;          // Loop 1, Stop 0; else 0
 extern const WordTable press;          // Once 0, Repeat 1; else 1
+// keyboards
+extern const WordTable keyAlignment;   // Left 0, Middle 1, Right 2; else 0
+extern const WordTable keyCursor;      // Black 0, White 1; else 1
+extern const WordTable keyInputMode;   // New 0, Modify 1; else 1
+extern const WordTable keyDisplay;     // Normal 0, Star 1; else 0
+// timers
+extern const WordTable timerControl;   // "0:Pause the timer" 0 ... "3:Show timer at pause state" 3; else 0
+extern const WordTable countDirection; // "+" 1 (up), "-" 0 (down); else 0
 
 } // namespace WordTables
 

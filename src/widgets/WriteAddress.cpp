@@ -56,7 +56,11 @@ int dropStep(WidgetKind kind)
     case WidgetKind::Progress:
     case WidgetKind::RProgress:
     case WidgetKind::RTouch:
-    case WidgetKind::Needle: return 1;
+    case WidgetKind::Needle:
+    case WidgetKind::Camera:
+    case WidgetKind::SlMenu:
+    case WidgetKind::SlideMenuPro: return 1;
+    case WidgetKind::QRCode: return 32; // the words of its 64 bytes of text
     default: return 0;
     }
 }

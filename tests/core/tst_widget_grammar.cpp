@@ -138,12 +138,18 @@ private slots:
                  QString("popbox_1:10,20,30,40,0x0000,,,,0,0,Disable,popbox_1,Disable,Disable,Disable,0x0000,,1;"));
         QCOMPARE(WidgetLine::write(WidgetLine::createNew(WidgetKind::KBKey, 0, QRect(10, 20, 30, 40))),
                  QString("kbkey_0:10,20,30,40,0x0020,,kbkey_0,Disable,1;"));
-        // a kind not described yet: a name, no rows, no edits
-        EditBuffer curve = WidgetLine::createNew(WidgetKind::Curve, 2, QRect(1, 2, 3, 4));
-        QVERIFY(!curve.hasSchema());
-        QCOMPARE(curve.objectName(), QString("curve_2"));
-        QVERIFY(WidgetLine::tableRows(curve, 0).isEmpty());
-        QVERIFY(!WidgetLine::applyEdit(curve, {"x"}, kPage));
+        // every kind is described: a new widget of each has its name, rows and a line
+        // that reads back as itself
+        for (const WidgetKind kind : WidgetKinds::all()) {
+            const EditBuffer made = WidgetLine::createNew(kind, 2, QRect(1, 2, 30, 40));
+            QVERIFY2(made.hasSchema(), WidgetKinds::info(kind).word);
+            QVERIFY(!WidgetLine::tableRows(made, 0).isEmpty());
+            EditBuffer back;
+            const QString line = WidgetLine::write(made);
+            QCOMPARE(WidgetLine::parse(line, back), ParseStatus::Ok);
+            QCOMPARE(WidgetLine::write(back), line);
+            QCOMPARE(back.objectName(), WidgetKinds::objectName(kind, 2));
+        }
     }
 
     void buttonRows()

@@ -191,7 +191,6 @@ private slots:
     {
         QByteArray out("x");
         const RecordContext ctx = plainPage();
-        QCOMPARE(KindRegistry::writeRecord(out, "curve_1:1,2,3;", ctx), 0);
         QCOMPARE(KindRegistry::writeRecord(out, "Page:,0x0000;", ctx), 0);
         QCOMPARE(KindRegistry::writeViceRecord(out, "button_0:1,2,3,4;", ctx), 0);
         QCOMPARE(out, QByteArray("x"));

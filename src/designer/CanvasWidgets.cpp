@@ -1,5 +1,7 @@
 #include "designer/CanvasWidgets.h"
 
+#include <QVariant>
+
 #include "designer/MediaRenderers.h"
 #include "designer/MenuRenderers.h"
 #include "designer/PictureRenderers.h"
@@ -90,6 +92,10 @@ QImage zoomed(const QImage &image, float zoom)
 
 } // namespace
 
+namespace {
+const char *const kOwnLook = "vantileOwnLook";
+} // namespace
+
 CanvasWidgets::CanvasWidgets(QLabel *canvas) : m_canvas(canvas) {}
 
 QString CanvasWidgets::commonStyle(const QString &objectName)
@@ -99,8 +105,11 @@ QString CanvasWidgets::commonStyle(const QString &objectName)
 
 void CanvasWidgets::setCommonLook(QLabel *label)
 {
-    if (label)
-        label->setStyleSheet(commonStyle(label->objectName()));
+    if (!label)
+        return;
+    // the look the widget was given when it was built (its tint follows its size)
+    const QVariant own = label->property(kOwnLook);
+    label->setStyleSheet(own.isValid() ? own.toString() : commonStyle(label->objectName()));
 }
 
 CanvasWidgets::PictureField CanvasWidgets::pictureField(WidgetKind kind)
@@ -255,6 +264,7 @@ QString CanvasWidgets::load(const QString &line, float zoom, const QString &proj
     label->setFrameShadow(QFrame::Plain);
     label->setAutoFillBackground(true);
     label->setAttribute(Qt::WA_DeleteOnClose);
+    label->setProperty(kOwnLook, WidgetLook::style(widget));
     label->setStyleSheet(WidgetLook::style(widget));
     QString problem;
     paint(label, widget, zoom, projectDir, &problem);

@@ -70,16 +70,30 @@ QVector<WidgetKind> kinds(Family f)
     return out;
 }
 
-QString style(WidgetKind kind)
+namespace {
+
+QString styleWithFill(WidgetKind kind, int fillAlpha)
 {
     const QColor c = colour(family(kind));
     const QString rgb = QStringLiteral("%1, %2, %3").arg(c.red()).arg(c.green()).arg(c.blue());
-    return QStringLiteral("background-color: rgba(%1, 64);border: 1px solid rgba(%1, 230);").arg(rgb);
+    return QStringLiteral("background-color: rgba(%1, %2);border: 1px solid rgba(%1, 230);").arg(rgb).arg(fillAlpha);
+}
+
+} // namespace
+
+QString style(WidgetKind kind)
+{
+    return styleWithFill(kind, 64);
 }
 
 QString style(const EditBuffer &widget)
 {
-    return style(widget.kind());
+    // A large widget (a chart, a menu over half the page) is tinted more
+    // lightly, so that the page's picture under it still reads.
+    constexpr qint64 kFullTintArea = 40000;
+    const qint64 area = qint64(qMax(0, int(widget.w()))) * qMax(0, int(widget.h()));
+    const int alpha = area <= kFullTintArea ? 64 : int(qMax<qint64>(20, 64 * kFullTintArea / area));
+    return styleWithFill(widget.kind(), alpha);
 }
 
 void paintNameTag(QPainter &painter, const QRect &inside, const QString &text)

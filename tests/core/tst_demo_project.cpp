@@ -162,8 +162,9 @@ private slots:
         // RUN HOURS, the 39-letter ticker; in Chinese (2 bytes a character) 4 titles of 2, then 4 and 11
         QCOMPARE(r.directory.value(BlockDirectory::FontCount), 3u);
         QCOMPARE(r.directory.value(BlockDirectory::StaticTextCount), 1u);
-        // icons: 10 digits, the ring track and 3 rings, the bar's track and fill, the knob, the lamp off and on
-        QVERIFY(r.directory.value(BlockDirectory::IconCount) == 19u && r.directory.value(BlockDirectory::GifCount) == 1u);
+        // icons: 10 digits, the ring track and 3 rings, the bar's track and fill, the knob, the lamp off and on,
+        // the clock's dial and cap, 13 glyphs of the header clock (0-9, minus, point, colon): 19 + 2 + 13
+        QVERIFY(r.directory.value(BlockDirectory::IconCount) == 34u && r.directory.value(BlockDirectory::GifCount) == 1u);
         QImageReader gif(demoDir() + "Gif/0000_spinner.gif"); // 8 frames of 32 x 32, the head a dot further each:
         const QImage f0 = gif.read(), f1 = gif.read();        // at the top (16, 5), then 45 degrees on at (24, 8)
         QVERIFY(gif.imageCount() == 8 && f0.size() == QSize(32, 32) && f0.pixel(16, 16) == qRgb(18, 30, 44));

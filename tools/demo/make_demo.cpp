@@ -748,6 +748,102 @@ QString digitIcon(int digit)
     return QStringLiteral("%1_digit%2.png").arg(digit, 4, 10, QLatin1Char('0')).arg(digit);
 }
 
+// The header clock (an RTC widget) in the frame at the right of every
+// title bar: eight glyphs of 15 x 21, lit dots of 2 x 2 on a pitch of 3.
+const QSize kSmallGlyph(15, 21);
+const QRect kHeaderClock(620 + (164 - 8 * 15) / 2, 11 + (30 - 21) / 2, 8 * 15, 21);
+
+QImage drawSmallGlyph(QChar c)
+{
+    QImage img(kSmallGlyph, QImage::Format_ARGB32);
+    img.fill(Qt::transparent);
+    QPainter p(&img);
+    p.setPen(Qt::NoPen);
+    p.setBrush(QColor(0x9f, 0xe8, 0xff));
+    const Glyph *g = glyphFor(c);
+    for (int row = 0; row < 7; ++row)
+        for (int col = 0; col < 5; ++col)
+            if (g && g->rows[row][col] == '#')
+                p.drawRect(col * 3, row * 3, 2, 2);
+    return img;
+}
+
+// The standby page's analog clock: a dial of 150 x 150 with a bezel, twelve
+// marks and four numerals; the panel draws the hands over it.
+const int kClockSide = 150;
+
+QImage drawClockFace()
+{
+    QImage img(kClockSide, kClockSide, QImage::Format_ARGB32);
+    img.fill(Qt::transparent);
+    QPainter p(&img);
+    p.setRenderHint(QPainter::Antialiasing, true);
+    const QPointF c(kClockSide / 2.0, kClockSide / 2.0);
+    QRadialGradient face(c, kClockSide / 2.0);
+    face.setColorAt(0, QColor(0x1c, 0x2c, 0x3e));
+    face.setColorAt(1, QColor(0x0e, 0x18, 0x24));
+    p.setPen(QPen(QColor(0x00, 0xc8, 0xf0), 3));
+    p.setBrush(face);
+    p.drawEllipse(c, kClockSide / 2.0 - 3, kClockSide / 2.0 - 3);
+    for (int i = 0; i < 12; ++i) {
+        const qreal a = qDegreesToRadians(30.0 * i);
+        const qreal inner = i % 3 == 0 ? 56 : 61;
+        p.setPen(QPen(i % 3 == 0 ? QColor(0xe8, 0xf1, 0xfa) : QColor(0x6a, 0x86, 0xa4), i % 3 == 0 ? 3 : 2));
+        p.drawLine(c + QPointF(inner * std::sin(a), -inner * std::cos(a)),
+                   c + QPointF(67 * std::sin(a), -67 * std::cos(a)));
+    }
+    const int ch = kClockSide / 2;
+    drawText(p, ch, 22, QStringLiteral("12"), 2, QColor(0x8a, 0xa0, 0xb6), Align::Center);
+    drawText(p, ch, kClockSide - 22 - textHeight(2), QStringLiteral("6"), 2, QColor(0x8a, 0xa0, 0xb6), Align::Center);
+    drawText(p, 24, ch - textHeight(2) / 2, QStringLiteral("9"), 2, QColor(0x8a, 0xa0, 0xb6));
+    drawText(p, kClockSide - 24, ch - textHeight(2) / 2, QStringLiteral("3"), 2, QColor(0x8a, 0xa0, 0xb6), Align::Right);
+    return img;
+}
+
+QImage drawClockCap()
+{
+    QImage img(12, 12, QImage::Format_ARGB32);
+    img.fill(Qt::transparent);
+    QPainter p(&img);
+    p.setRenderHint(QPainter::Antialiasing, true);
+    p.setPen(QPen(QColor(0x0e, 0x18, 0x24), 1));
+    p.setBrush(QColor(0xff, 0x9f, 0x1c));
+    p.drawEllipse(QRectF(1, 1, 10, 10));
+    return img;
+}
+
+// ---------------------------------------------------------------------------
+// Page 4: the keyboard page of the settings page's keypad, a full page with
+// a value field and twelve keys; the keys are kbkey widgets.
+const QRect kKeypadField(221, 66, 358, 54);
+const QSize kKey(110, 64);
+const char *const kKeyCaps[12] = {"1", "2", "3", "4", "5", "6", "7", "8", "9", "<", "0", "OK"};
+
+QRect keyRect(int i) { return QRect(221 + (i % 3) * (kKey.width() + 14), 140 + (i / 3) * (kKey.height() + 12), kKey.width(), kKey.height()); }
+
+QImage drawKeypadPage()
+{
+    QImage img(W, H, QImage::Format_RGB32);
+    QPainter p(&img);
+    p.setRenderHint(QPainter::Antialiasing, true);
+    QLinearGradient bg(0, 0, 0, H);
+    bg.setColorAt(0, QColor(0x10, 0x1a, 0x26));
+    bg.setColorAt(1, QColor(0x18, 0x26, 0x36));
+    p.fillRect(img.rect(), bg);
+    const QColor accent(0x25, 0x86, 0xd9);
+    drawHeader(p, accent);
+    drawText(p, 56, 19, QStringLiteral("ENTER VALUE"), 2, QColor(0xe8, 0xf1, 0xfa));
+    drawField(p, kKeypadField, QColor(0x0a, 0x11, 0x18), accent);
+    drawText(p, kKeypadField.right() - 10, kKeypadField.bottom() - 12, QStringLiteral("0-100 S"), 1,
+             QColor(0x6a, 0x86, 0xa4), Align::Right);
+    for (int i = 0; i < 12; ++i) {
+        const QColor base = i == 11 ? QColor(0x2e, 0xa0, 0x5c) : i == 9 ? QColor(0x8a, 0x3a, 0x3a) : QColor(0x2c, 0x40, 0x58);
+        drawButton(p, keyRect(i), base, 10);
+        drawTextIn(p, keyRect(i), QLatin1String(kKeyCaps[i]), 4, QColor(0xf4, 0xf8, 0xfc));
+    }
+    return img;
+}
+
 // ---------------------------------------------------------------------------
 // Messages and failures of the generator.
 
@@ -772,7 +868,14 @@ enum : int {
     kKnobIcon,
     kLampOffIcon,
     kLampOnIcon,
+    kClockFaceIcon,  // 19: the standby clock's dial, 20: its centre cap
+    kClockCapIcon,
+    kSmallDigitIcon, // 21..33: the header clock's 0-9, minus, point and colon
+    kLastIcon = kSmallDigitIcon + 12,
 };
+
+// The header clock's glyphs in the order of a time picture run.
+const char kSmallGlyphs[] = "0123456789-.:";
 
 const char *const kRingNames[3] = {"ring_temperature", "ring_pressure", "ring_flow"};
 
@@ -788,7 +891,12 @@ QString iconRef(int number)
     case kKnobIcon: return iconFile(number, "slider_knob");
     case kLampOffIcon: return iconFile(number, "lamp_off");
     case kLampOnIcon: return iconFile(number, "lamp_on");
-    default: return digitIcon(number);
+    case kClockFaceIcon: return iconFile(number, "clock_face");
+    case kClockCapIcon: return iconFile(number, "clock_cap");
+    default:
+        if (number >= kSmallDigitIcon)
+            return iconFile(number, qPrintable(QStringLiteral("time_%1").arg(number - kSmallDigitIcon)));
+        return digitIcon(number);
     }
 }
 
@@ -804,7 +912,12 @@ QImage drawIcon(int number)
     case kKnobIcon: return drawKnob();
     case kLampOffIcon: return drawLamp(false);
     case kLampOnIcon: return drawLamp(true);
-    default: return drawDigit(number);
+    case kClockFaceIcon: return drawClockFace();
+    case kClockCapIcon: return drawClockCap();
+    default:
+        if (number >= kSmallDigitIcon)
+            return drawSmallGlyph(QLatin1Char(kSmallGlyphs[number - kSmallDigitIcon]));
+        return drawDigit(number);
     }
 }
 
@@ -1021,6 +1134,10 @@ const quint32 kFirstWriteAddress = 0x1000;
 
 QString pageRef(int row) { return QStringLiteral("Page") + PageList::pageId(row); }
 
+// The keyboard page stands behind the standby page.
+const int kKeypadRow = 4;
+const char *const kWebAddress = "https://vantile.example/demo";
+
 class PageMaker
 {
 public:
@@ -1054,6 +1171,8 @@ public:
         b.setValue(i, WidgetLine::readLineText(def->fields[i], lineForm));
     }
     static void set(EditBuffer &b, const char *key, qint64 value) { set(b, key, QString::number(value)); }
+
+    int fontWidth(int id) const { return m_fonts.at(id).width; }
 
     void useFont(EditBuffer &b, int id) const
     {
@@ -1152,11 +1271,22 @@ private:
     QStringList m_languageRows;
 };
 
+// The clock in each title bar's frame: hours, minutes and seconds from the
+// small glyphs.
+void headerClock(PageMaker &m)
+{
+    EditBuffer &rtc = m.add(WidgetKind::RTC, kHeaderClock);
+    PageMaker::set(rtc, "firstIcon", iconRef(kSmallDigitIcon));
+    PageMaker::set(rtc, "lastIcon", iconRef(kLastIcon));
+    PageMaker::set(rtc, "displayFormat", QStringLiteral("HH:MM:SS"));
+}
+
 // Page 0: each gauge's ring and the readout in its frame on one variable,
 // the four action tiles with the alarm lamp, the tabs.
 void makeHome(PageMaker &m)
 {
     m.title(kHomeTitle);
+    headerClock(m);
     const struct {
         const char *colour;
         int digits, decimals;
@@ -1197,6 +1327,7 @@ void makeHome(PageMaker &m)
 void makeSettings(PageMaker &m)
 {
     m.title(kSettingsTitle);
+    headerClock(m);
     EditBuffer &brightness = m.number(QRect(644, 144, 84, 22), kBodyFont, "0x3A4B5E", 3, 0, "70", "%");
     EditBuffer &sleep = m.number(QRect(644, 202, 84, 22), kBodyFont, "0x3A4B5E", 3, 0, "35", "s");
 
@@ -1231,6 +1362,22 @@ void makeSettings(PageMaker &m)
         PageMaker::set(adj, "cyclicalCounting", QStringLiteral("Stop"));
         PageMaker::set(adj, "longPress", QStringLiteral("Repeat"));
     }
+    // a touch on the sleep time opens the keyboard page: 0 to 100, three digits
+    EditBuffer &keypad = m.add(WidgetKind::Keypad, QRect(644, 199, 84, 28));
+    PageMaker::share(keypad, sleep);
+    PageMaker::set(keypad, "input_X", kKeypadField.x() + 14);
+    PageMaker::set(keypad, "input_Y", kKeypadField.y() + 14);
+    PageMaker::set(keypad, "input_Max", 100);
+    PageMaker::set(keypad, "input_Min", 0);
+    PageMaker::set(keypad, "inputLimit", QStringLiteral("true"));
+    PageMaker::set(keypad, "integerDigit", 3);
+    PageMaker::set(keypad, "fontID", kReadoutFont);
+    PageMaker::set(keypad, "fontWidth", m.fontWidth(kReadoutFont));
+    PageMaker::set(keypad, "fontColor", QStringLiteral("0xE8F1FA"));
+    PageMaker::set(keypad, "cursorColor", QStringLiteral("White"));
+    PageMaker::set(keypad, "pageID", pageRef(kKeypadRow));
+    PageMaker::set(keypad, "backgroundPage", pageRef(1));
+
     m.label(QRect(541, 339, 170, 20), kBodyFont, "0x3A4B5E", kLeft, QStringLiteral("115200"));
 
     EditBuffer &version = m.add(WidgetKind::Statictext, QRect(10, 437, 170, 22));
@@ -1246,10 +1393,26 @@ void makeSettings(PageMaker &m)
     m.button(QRect(658, 420, 120, 44), 0, 0);   // BACK to the home page
 }
 
-// Page 2: the paging buttons below the chart.
+// Page 2: the two channels' curves over the chart, on a scale of 0 to 100
+// with the reference line at 50 (the chart is 300 rows high from row 74),
+// and the paging buttons below the chart.
 void makeTrend(PageMaker &m)
 {
     m.title(kTrendTitle);
+    headerClock(m);
+    const QRect chart(70, 74, 684, 300);
+    const char *colours[2] = {"0x00C8F0", "0x2ED573"}; // TEMP, HUMIDITY of the legend
+    for (int channel = 0; channel < 2; ++channel) {
+        EditBuffer &curve = m.add(WidgetKind::Curve, chart);
+        PageMaker::set(curve, "channel", channel);
+        PageMaker::set(curve, "lineColor", QLatin1String(colours[channel]));
+        PageMaker::set(curve, "lineWidth", 2);
+        PageMaker::set(curve, "x_Spacing(Pixels)", QStringLiteral("6"));
+        PageMaker::set(curve, "maxData", QStringLiteral("100"));
+        PageMaker::set(curve, "minData", QStringLiteral("0"));
+        PageMaker::set(curve, "y_ReferenceLine", chart.bottom() + 1 - chart.height() / 2);
+        PageMaker::set(curve, "y_ReferenceLine_referenceValue", 50);
+    }
     m.button(QRect(584, 414, 76, 44), 0, 0); // "<" home
     m.button(QRect(678, 414, 76, 44), 0, 3); // ">" standby
 }
@@ -1282,6 +1445,39 @@ void makeStandby(PageMaker &m)
     EditBuffer &spinner = m.add(WidgetKind::Gif, QRect((W - kSpinSize) / 2, 310, kSpinSize, kSpinSize));
     PageMaker::set(spinner, "gifName", kSpinnerGif);
     PageMaker::set(spinner, "interval(10ms)", kSpinDelay); // as the file's own frames
+
+    // the time on a dial at the left; the panel draws the hands
+    EditBuffer &clock = m.add(WidgetKind::Clock, QRect(60, 130, kClockSide, kClockSide));
+    PageMaker::set(clock, "background", iconRef(kClockFaceIcon));
+    PageMaker::set(clock, "centerIcon", iconRef(kClockCapIcon));
+    const struct {
+        const char *hand;
+        int longEnd, shortEnd, width;
+        const char *colour;
+    } hands[3] = {{"hour", 38, 8, 6, "0xE8F1FA"}, {"minute", 54, 10, 4, "0xE8F1FA"}, {"second", 60, 14, 2, "0xFF9F1C"}};
+    for (const auto &h : hands) {
+        PageMaker::set(clock, qPrintable(QLatin1String(h.hand) + QStringLiteral("Hand_L")), h.longEnd);
+        PageMaker::set(clock, qPrintable(QLatin1String(h.hand) + QStringLiteral("Hand_S")), h.shortEnd);
+        PageMaker::set(clock, qPrintable(QLatin1String(h.hand) + QStringLiteral("Hand_W")), h.width);
+        PageMaker::set(clock, qPrintable(QLatin1String(h.hand) + QStringLiteral("HandColor")), QLatin1String(h.colour));
+    }
+
+    // the project's web address as a QR code of 2 x 50 pixels at the right
+    EditBuffer &qr = m.add(WidgetKind::QRCode, QRect(620, 140, 100, 100));
+    PageMaker::set(qr, "size(50pixels)", 2);
+    PageMaker::set(qr, "content", QLatin1String(kWebAddress));
+}
+
+// Page 4: the keyboard page; the keys enter digits, "<" takes one back
+// (backspace) and "OK" ends the entry (carriage return).
+void makeKeypad(PageMaker &m)
+{
+    for (int i = 0; i < 12; ++i) {
+        EditBuffer &key = m.add(WidgetKind::KBKey, keyRect(i));
+        const char cap = kKeyCaps[i][0];
+        const quint16 code = i == 9 ? 0x08 : i == 11 ? 0x0D : quint16(cap);
+        PageMaker::set(key, "keyCode", LineGrammar::hex16(code));
+    }
 }
 
 // ---------------------------------------------------------------------------
@@ -1426,10 +1622,22 @@ int main(int argc, char *argv[])
         info.name = QStringLiteral("Standby");
         lines << info.toLine(row++);
     }
+    // the keyboard page, after it
+    {
+        write(QStringLiteral("Picture/0004_keypad.png"), encodeImage(drawKeypadPage(), "PNG", 0));
+        PageInfo info;
+        info.isColor = false;
+        info.image = QStringLiteral("0004_keypad.png");
+        info.name = QStringLiteral("Keypad");
+        info.color = QLatin1String(PageList::kBlackColor);
+        if (row != kKeypadRow)
+            fail(QStringLiteral("the keyboard page must be page %1").arg(kKeypadRow));
+        lines << info.toLine(row++);
+    }
     write(QStringLiteral("demo.uiprj"), TextFiles::encodePlain(lines));
 
     // the digit pictures of the picture number, then the widgets' pictures
-    for (int n = 0; n <= kLampOnIcon; ++n)
+    for (int n = 0; n <= kLastIcon; ++n)
         write(QStringLiteral("Icon/") + iconRef(n), encodeImage(drawIcon(n), "PNG", 0));
     const QByteArray spinner = spinnerGif();
     checkSpinner(spinner);
@@ -1470,8 +1678,8 @@ int main(int argc, char *argv[])
     write(QStringLiteral("demo.ini"), s.toIni());
 
     // the widgets of each page and, for its texts in two languages, its language table
-    void (*const makers[])(PageMaker &) = {makeHome, makeSettings, makeTrend, makeStandby};
-    static_assert(sizeof(makers) / sizeof(makers[0]) == sizeof(kPictures) / sizeof(kPictures[0]) + 1,
+    void (*const makers[])(PageMaker &) = {makeHome, makeSettings, makeTrend, makeStandby, makeKeypad};
+    static_assert(sizeof(makers) / sizeof(makers[0]) == sizeof(kPictures) / sizeof(kPictures[0]) + 2,
                   "one maker for each page");
     quint32 nextAddress = kFirstWriteAddress;
     for (int i = 0; i < lines.size(); ++i) {

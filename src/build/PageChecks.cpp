@@ -309,6 +309,32 @@ quint8 pictureMode(const EditBuffer &b)
     return kPresenceMode;
 }
 
+namespace {
+
+// Whether a run of pictures is what the widget shows, so that a run left
+// empty is a fault: the digits of the picture kinds and clocks, and of a
+// gauge or needle that is set to show its number in pictures. Other runs
+// (a button's pictures and the like) may stay empty: the page shows them.
+bool needsItsRun(const EditBuffer &b, const QString &firstKey)
+{
+    switch (b.kind()) {
+    case K::Icon:
+    case K::PngNumber:
+    case K::RTC:
+    case K::UITimer:
+        return true;
+    case K::RProgress:
+    case K::RTouch:
+        return WordTables::digitSource.valueOf(b.text("digitDisplayMode")) == 2; // IconNum
+    case K::Needle:
+        return firstKey.startsWith(QLatin1String("showNumber")) && b.isOn("showNumber");
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
 void iconUseCheck(BuildContext &ctx, QByteArray &modes)
 {
     const int count = iconCount(ctx);
@@ -359,7 +385,7 @@ void iconUseCheck(BuildContext &ctx, QByteArray &modes)
             pairedEnds.insert(last);
             const int end = LineGrammar::iconNumber(b.value(last).text);
             if (first < 0 && end < 0) {
-                if (kind == K::Icon || kind == K::PngNumber)
+                if (needsItsRun(b, key))
                     ctx.complain(head + whose + QStringLiteral("firstImage is missing"));
                 continue;
             }
@@ -382,7 +408,7 @@ void gifUseCheck(BuildContext &ctx, QByteArray &modes)
         const int id = LineGrammar::gifNumber(v.text);
         if (id < 0 || !files.contains(id)) {
             ctx.complain(QStringLiteral("Page") + QString::number(row) + QStringLiteral(": ") + b.name()
-                         + QString::number(qMax(id, 0)) + QStringLiteral("_Gifxxx isn't in the Gif folder"));
+                         + QString::number(id) + QStringLiteral("_Gifxxx isn't in the Gif folder"));
             return;
         }
         // Two gif widgets on one file in two formats: the first one's stands.
@@ -415,22 +441,28 @@ QString pageRangeCheck(const QString &projectDir, const QStringList &pageLines, 
     QString dir = projectDir;
     if (!dir.endsWith(QLatin1Char('/')))
         dir += QLatin1Char('/');
-    for (int row = 0; row < pageLines.size(); ++row) {
-        for (const QString &line : readPage(dir + pageFile(row, QStringLiteral(".cfg")), key)) {
-            const K kind = WidgetKinds::kindOfLine(line);
-            if (kind == K::None || kind == K::Gif)
-                continue;
-            const QRect r = lineRect(line);
-            if (liesInside(panel, r))
-                continue;
-            EditBuffer b;
-            QString name = LineGrammar::split(line).objectName;
-            if (WidgetLine::parse(line, kind, b) == ParseStatus::Ok)
-                name = b.name();
-            text += QStringLiteral("Page") + QString::number(row) + QStringLiteral(",widget_Name:") + name
-                    + QStringLiteral(", X:") + QString::number(r.x()) + QStringLiteral(" Y:")
-                    + QString::number(r.y()) + QLatin1Char('\n');
-        }
+    for (int row = 0; row < pageLines.size(); ++row)
+        text += pageRangeFindings(row, readPage(dir + pageFile(row, QStringLiteral(".cfg")), key), panel);
+    return text;
+}
+
+QString pageRangeFindings(int row, const QStringList &lines, const QRect &panel)
+{
+    QString text;
+    for (const QString &line : lines) {
+        const K kind = WidgetKinds::kindOfLine(line);
+        if (kind == K::None || kind == K::Gif)
+            continue;
+        const QRect r = lineRect(line);
+        if (liesInside(panel, r))
+            continue;
+        EditBuffer b;
+        QString name = LineGrammar::split(line).objectName;
+        if (WidgetLine::parse(line, kind, b) == ParseStatus::Ok)
+            name = b.name();
+        text += QStringLiteral("Page") + QString::number(row) + QStringLiteral(",widget_Name:") + name
+                + QStringLiteral(", X:") + QString::number(r.x()) + QStringLiteral(" Y:") + QString::number(r.y())
+                + QLatin1Char('\n');
     }
     return text;
 }
@@ -438,6 +470,12 @@ QString pageRangeCheck(const QString &projectDir, const QStringList &pageLines, 
 void preBuildChecks(BuildContext &ctx)
 {
     overlapGroupStep(ctx);
+    // Widgets that leave the panel: the heading and one complaint each.
+    const QString range = pageRangeCheck(ctx.projectDir, ctx.pageLines, ctx.settings);
+    const QStringList lines = range.split(QLatin1Char('\n'), QString::SkipEmptyParts);
+    if (lines.size() > 1)
+        for (const QString &line : lines)
+            ctx.complain(line);
 }
 
 } // namespace PageChecks

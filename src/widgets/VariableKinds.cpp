@@ -1,5 +1,6 @@
 #include "widgets/VariableKinds.h"
 #include "widgets/EditBuffer.h"
+#include "widgets/KindExports.h"
 #include "widgets/LineGrammar.h"
 #include "widgets/Records.h"
 #include "widgets/VariableImage.h"
@@ -449,6 +450,11 @@ QStringList splitEncoderLine(const QString &line)
     // the entries, then lockState: the last field, one number before the line's last ";"
     QString lockState;
     while (i < n && fields.size() < kFirstItemField + kEncoderItems) {
+        if (line[i] == QLatin1Char(',')) {
+            fields << QStringLiteral("NULL"); // an empty entry is no entry
+            ++i;
+            continue;
+        }
         const int semi = line.indexOf(QLatin1Char(';'), i);
         const QString upToSemi = line.mid(i, (semi < 0 ? n : semi) - i);
         if (upToSemi.startsWith(QLatin1String("NULL"))) {
@@ -491,17 +497,82 @@ QString upgradeOldLine(const QString &line)
     return WidgetLine::write(b);
 }
 
+// --- host lists ------------------------------------------------------------------
+
+namespace {
+
+// The encoder's rows: one for each address its actions write. Modes 1 and
+// 4 write eight address/value pairs (mode 4 eight for each of its single
+// click, double click and long press); modes 2 and 3 step the variable at
+// their own writeAddr.
+QList<QStringList> encoderListRows(const EditBuffer &b)
+{
+    const QString blank = QStringLiteral(" ");
+    const QString two = QStringLiteral("2");
+    const int firstPair[] = {3, 22, 41}; // in a mode 4 entry; mode 1 has only the first
+    QList<QStringList> rows;
+    for (int n = 1; n <= kEncoderItems; ++n) {
+        const QString entry = b.text(("item" + QByteArray::number(n)).constData());
+        const int mode = entryMode(entry);
+        if (mode == 0)
+            continue;
+        const QStringList f = fieldsOf(mode, entry);
+        if (mode == 2 || mode == 3) {
+            rows.append({addressText(entryHex(f[2])), two, blank});
+            continue;
+        }
+        for (int g = 0; g < (mode == 4 ? 3 : 1); ++g) {
+            for (int i = 0; i < kPairs; ++i) {
+                const int at = firstPair[g] + 2 * i;
+                rows.append({addressText(entryHex(f.value(at))), two, addressText(entryHex(f.value(at + 1))),
+                             blank, blank});
+            }
+        }
+    }
+    return rows;
+}
+
+// The batch button names its eight pairs in one row.
+#define VANTILE_PAIR_COLUMNS(n) addressColumn("writeAddr" #n), addressColumn("writeAddr" #n "_value")
+constexpr ListColumn kBatVarColumns[] = {
+    VANTILE_PAIR_COLUMNS(1), VANTILE_PAIR_COLUMNS(2), VANTILE_PAIR_COLUMNS(3), VANTILE_PAIR_COLUMNS(4),
+    VANTILE_PAIR_COLUMNS(5), VANTILE_PAIR_COLUMNS(6), VANTILE_PAIR_COLUMNS(7), VANTILE_PAIR_COLUMNS(8),
+    blankColumn()};
+#undef VANTILE_PAIR_COLUMNS
+constexpr ListColumn kVarAdjColumns[] = {addressColumn("writeAddr"), fixedColumn("2"), blankColumn(),
+                                         blankColumn(), typeCodeColumn("dataType")};
+// An auto variable counts at presetAddr, its parameter block 65 bytes long.
+constexpr ListColumn kAutoVarColumns[] = {addressColumn("presetAddr"), fixedColumn("2"),
+                                          addressColumn("parameterAddr"), fixedColumn("65")};
+constexpr SerialRow kAutoVarSerial[] = {{"presetAddr", "presetAddr_value", ValueForm::Number, "short"}};
+
+constexpr KindExports kVarAdjExports = {ExportList::Touch, kVarAdjColumns, countOf(kVarAdjColumns), nullptr,
+                                        nullptr,           nullptr,        0,
+                                        "#define  _VARADJ_PAGE", "writeAddr"};
+constexpr KindExports kBatVarExports = {ExportList::Touch, kBatVarColumns, countOf(kBatVarColumns)};
+constexpr KindExports kAutoVarExports = {ExportList::Display, kAutoVarColumns, countOf(kAutoVarColumns), nullptr,
+                                         nullptr,             kAutoVarSerial,  countOf(kAutoVarSerial),
+                                         "#define  _AUTOVAR_PAGE", "presetAddr"};
+const KindExports kEncoderExports = {ExportList::Touch, nullptr, 0, encoderListRows, nullptr, nullptr, 0,
+                                     "#define  _ENCODER_PAGE", "writeAddr"};
+
+} // namespace
+
 const KindDef varAdj = {WidgetKind::VarAdj, kVarAdjFields, countOf(kVarAdjFields), nullptr, 0,
-                         writeVarAdj,        nullptr,       nullptr};
+                         writeVarAdj,        nullptr,       nullptr,                nullptr, nullptr,
+                         &kVarAdjExports};
 
 const KindDef batVar = {WidgetKind::BatVar, kBatVarFields, countOf(kBatVarFields), nullptr, 0,
-                         writeBatVar,        nullptr,       nullptr};
+                         writeBatVar,        nullptr,       nullptr,                nullptr, nullptr,
+                         &kBatVarExports};
 
 const KindDef autoVar = {WidgetKind::AutoVar, kAutoVarFields, countOf(kAutoVarFields), nullptr, 0,
-                          writeAutoVar,        nullptr,        nullptr};
+                          writeAutoVar,        nullptr,        nullptr,                 nullptr, nullptr,
+                          &kAutoVarExports};
 
 const KindDef encoder = {WidgetKind::Encoder, kEncoderFields, countOf(kEncoderFields), nullptr, 0,
-                          writeEncoder,        nullptr,        nullptr,                splitEncoderLine};
+                          writeEncoder,        nullptr,        nullptr,                 splitEncoderLine, nullptr,
+                          &kEncoderExports};
 
 } // namespace VariableKinds
 

@@ -186,6 +186,64 @@ Replace them?</source>
     </message>
 </context>
 <context>
+    <name>vantile::Dialog</name>
+    <message>
+        <source>Widget adjustment</source>
+        <translation>控件调整</translation>
+    </message>
+    <message>
+        <source>X:</source>
+        <translation>X坐标:</translation>
+    </message>
+    <message>
+        <source>Y:</source>
+        <translation>Y坐标:</translation>
+    </message>
+    <message>
+        <source>W:</source>
+        <translation>宽度:</translation>
+    </message>
+    <message>
+        <source>H:</source>
+        <translation>高度:</translation>
+    </message>
+    <message>
+        <source>Centre X:</source>
+        <translation>中心X坐标:</translation>
+    </message>
+    <message>
+        <source>Centre Y:</source>
+        <translation>中心Y坐标:</translation>
+    </message>
+    <message>
+        <source>The widget is locked: its rectangle can't be changed.</source>
+        <translation>控件已锁定：其矩形不能更改。</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>确定</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+</context>
+<context>
+    <name>vantile::DialogAbout</name>
+    <message>
+        <source>About</source>
+        <translation>关于</translation>
+    </message>
+    <message>
+        <source>Version: %1</source>
+        <translation>版本：%1</translation>
+    </message>
+    <message>
+        <source>Built: %1</source>
+        <translation>构建时间：%1</translation>
+    </message>
+</context>
+<context>
     <name>vantile::DialogList</name>
     <message>
         <source>Action list</source>
@@ -226,6 +284,85 @@ Replace them?</source>
     <message>
         <source>Please select the control mode</source>
         <translation>请选择控制模式</translation>
+    </message>
+</context>
+<context>
+    <name>vantile::DialogModbus</name>
+    <message>
+        <source>Modbus command list</source>
+        <translation>Modbus 指令列表</translation>
+    </message>
+    <message>
+        <source>Item</source>
+        <translation>序号</translation>
+    </message>
+    <message>
+        <source>Select</source>
+        <translation>选择</translation>
+    </message>
+    <message>
+        <source>Address</source>
+        <translation>设备地址</translation>
+    </message>
+    <message>
+        <source>Function</source>
+        <translation>功能码</translation>
+    </message>
+    <message>
+        <source>Register</source>
+        <translation>寄存器</translation>
+    </message>
+    <message>
+        <source>WriteAddr</source>
+        <translation>写入地址</translation>
+    </message>
+    <message>
+        <source>Quantity</source>
+        <translation>数量</translation>
+    </message>
+    <message>
+        <source>Operation</source>
+        <translation>操作</translation>
+    </message>
+    <message>
+        <source>Parameter</source>
+        <translation>参数</translation>
+    </message>
+    <message>
+        <source>Repeat</source>
+        <translation>重复次数</translation>
+    </message>
+    <message>
+        <source>Response(ms)</source>
+        <translation>响应时间(ms)</translation>
+    </message>
+    <message>
+        <source>Reserve</source>
+        <translation>保留</translation>
+    </message>
+    <message>
+        <source>Description</source>
+        <translation>描述</translation>
+    </message>
+    <message>
+        <source>Load</source>
+        <translation>载入</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Move up</source>
+        <translation>上移</translation>
+    </message>
+    <message>
+        <source>Move down</source>
+        <translation>下移</translation>
+    </message>
+    <message>
+        <source>Some lines of the command list are incomplete; they are shown as far as they go. The file stays as it is until the list is saved.</source>
+        <translation>指令列表中有些行不完整，已尽量显示其内容。在保存列表之前，文件保持不变。</translation>
     </message>
 </context>
 <context>
@@ -492,6 +629,21 @@ Replace them?</source>
     </message>
 </context>
 <context>
+    <name>vantile::DialogTime</name>
+    <message>
+        <source>File Timestamp</source>
+        <translation>编译时间设定</translation>
+    </message>
+    <message>
+        <source>Fixed Timestamp</source>
+        <translation>指定时间</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>确定</translation>
+    </message>
+</context>
+<context>
     <name>vantile::DialogWdgVar</name>
     <message>
         <source>WriteAddr Setting</source>
@@ -512,6 +664,57 @@ Replace them?</source>
     <message>
         <source>Cancel</source>
         <translation>取消</translation>
+    </message>
+</context>
+<context>
+    <name>vantile::Dialogmaterialaddr</name>
+    <message>
+        <source>OTA Update Addr Setting</source>
+        <translation>OTA升级地址设置</translation>
+    </message>
+    <message>
+        <source>Fixed material addresses for OTA updates</source>
+        <translation>固定素材地址（OTA升级）</translation>
+    </message>
+    <message>
+        <source>Start Address</source>
+        <translation>起始地址</translation>
+    </message>
+    <message>
+        <source>Current Size (Byte)</source>
+        <translation>当前大小（字节）</translation>
+    </message>
+    <message>
+        <source>Reserve Length (KB)</source>
+        <translation>预留长度（KB）</translation>
+    </message>
+    <message>
+        <source>Press Enter to confirm after typing!</source>
+        <translation>输入后请按回车确认！</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>确定</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Some lines of Addr_Info.txt can't be read. They are left out here; OK writes the file without them.</source>
+        <translation>Addr_Info.txt 中有些行无法读取，此处未显示；按确定后写入的文件将不含这些行。</translation>
+    </message>
+    <message>
+        <source>The Font start is not known yet: build the project once.</source>
+        <translation>字库起始地址未知：请先编译一次工程。</translation>
+    </message>
+    <message>
+        <source>Reserve beyond the flash, not used: %1.</source>
+        <translation>预留长度超出Flash，不予使用：%1。</translation>
+    </message>
+    <message>
+        <source>The ends of these blocks move: %1.</source>
+        <translation>以下素材的结束地址将改变：%1。</translation>
     </message>
 </context>
 <context>
@@ -641,7 +844,7 @@ Replace them?</source>
     </message>
     <message>
         <source>WriteAddr</source>
-        <translation>变量地址分配</translation>
+        <translation>写入地址</translation>
     </message>
     <message>
         <source>File Timestamp</source>
@@ -1002,6 +1205,38 @@ Replace them?</source>
     <message>
         <source>Multi-Language Text</source>
         <translation>多国语言文本</translation>
+    </message>
+    <message>
+        <source>Check Project: no problems found.</source>
+        <translation>检查工程：未发现问题。</translation>
+    </message>
+    <message>
+        <source>Check Project found problems: they are listed in the log and in %1.</source>
+        <translation>检查工程发现问题：详见日志和 %1。</translation>
+    </message>
+    <message>
+        <source>Variable control cancelled: the open page was not saved</source>
+        <translation>变量控制转换已取消：当前页面未保存</translation>
+    </message>
+    <message>
+        <source>Variable control</source>
+        <translation>变量控制转换</translation>
+    </message>
+    <message>
+        <source>%1 is not installed beside the designer</source>
+        <translation>%1 未安装在设计器旁边</translation>
+    </message>
+    <message>
+        <source>The timestamp waits for Save All: %1 was not written</source>
+        <translation>编译时间待“全部保存”时写入：%1 未写入</translation>
+    </message>
+    <message>
+        <source>Builds are stamped %1</source>
+        <translation>编译时间固定为 %1</translation>
+    </message>
+    <message>
+        <source>Builds are stamped with the present time</source>
+        <translation>编译时间使用当前时间</translation>
     </message>
 </context>
 <context>

@@ -186,6 +186,64 @@ Replace them?</translation>
     </message>
 </context>
 <context>
+    <name>vantile::Dialog</name>
+    <message>
+        <source>Widget adjustment</source>
+        <translation>Widget adjustment</translation>
+    </message>
+    <message>
+        <source>X:</source>
+        <translation>X:</translation>
+    </message>
+    <message>
+        <source>Y:</source>
+        <translation>Y:</translation>
+    </message>
+    <message>
+        <source>W:</source>
+        <translation>W:</translation>
+    </message>
+    <message>
+        <source>H:</source>
+        <translation>H:</translation>
+    </message>
+    <message>
+        <source>Centre X:</source>
+        <translation>Centre X:</translation>
+    </message>
+    <message>
+        <source>Centre Y:</source>
+        <translation>Centre Y:</translation>
+    </message>
+    <message>
+        <source>The widget is locked: its rectangle can't be changed.</source>
+        <translation>The widget is locked: its rectangle can't be changed.</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+</context>
+<context>
+    <name>vantile::DialogAbout</name>
+    <message>
+        <source>About</source>
+        <translation>About</translation>
+    </message>
+    <message>
+        <source>Version: %1</source>
+        <translation>Version: %1</translation>
+    </message>
+    <message>
+        <source>Built: %1</source>
+        <translation>Built: %1</translation>
+    </message>
+</context>
+<context>
     <name>vantile::DialogList</name>
     <message>
         <source>Action list</source>
@@ -226,6 +284,85 @@ Replace them?</translation>
     <message>
         <source>Please select the control mode</source>
         <translation>Please select the control mode</translation>
+    </message>
+</context>
+<context>
+    <name>vantile::DialogModbus</name>
+    <message>
+        <source>Modbus command list</source>
+        <translation>Modbus command list</translation>
+    </message>
+    <message>
+        <source>Item</source>
+        <translation>Item</translation>
+    </message>
+    <message>
+        <source>Select</source>
+        <translation>Select</translation>
+    </message>
+    <message>
+        <source>Address</source>
+        <translation>Address</translation>
+    </message>
+    <message>
+        <source>Function</source>
+        <translation>Function</translation>
+    </message>
+    <message>
+        <source>Register</source>
+        <translation>Register</translation>
+    </message>
+    <message>
+        <source>WriteAddr</source>
+        <translation>WriteAddr</translation>
+    </message>
+    <message>
+        <source>Quantity</source>
+        <translation>Quantity</translation>
+    </message>
+    <message>
+        <source>Operation</source>
+        <translation>Operation</translation>
+    </message>
+    <message>
+        <source>Parameter</source>
+        <translation>Parameter</translation>
+    </message>
+    <message>
+        <source>Repeat</source>
+        <translation>Repeat</translation>
+    </message>
+    <message>
+        <source>Response(ms)</source>
+        <translation>Response(ms)</translation>
+    </message>
+    <message>
+        <source>Reserve</source>
+        <translation>Reserve</translation>
+    </message>
+    <message>
+        <source>Description</source>
+        <translation>Description</translation>
+    </message>
+    <message>
+        <source>Load</source>
+        <translation>Load</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Save</translation>
+    </message>
+    <message>
+        <source>Move up</source>
+        <translation>Move up</translation>
+    </message>
+    <message>
+        <source>Move down</source>
+        <translation>Move down</translation>
+    </message>
+    <message>
+        <source>Some lines of the command list are incomplete; they are shown as far as they go. The file stays as it is until the list is saved.</source>
+        <translation>Some lines of the command list are incomplete; they are shown as far as they go. The file stays as it is until the list is saved.</translation>
     </message>
 </context>
 <context>
@@ -492,6 +629,21 @@ Replace them?</translation>
     </message>
 </context>
 <context>
+    <name>vantile::DialogTime</name>
+    <message>
+        <source>File Timestamp</source>
+        <translation>File Timestamp</translation>
+    </message>
+    <message>
+        <source>Fixed Timestamp</source>
+        <translation>Fixed Timestamp</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+</context>
+<context>
     <name>vantile::DialogWdgVar</name>
     <message>
         <source>WriteAddr Setting</source>
@@ -512,6 +664,57 @@ Replace them?</translation>
     <message>
         <source>Cancel</source>
         <translation>Cancel</translation>
+    </message>
+</context>
+<context>
+    <name>vantile::Dialogmaterialaddr</name>
+    <message>
+        <source>OTA Update Addr Setting</source>
+        <translation>OTA Update Addr Setting</translation>
+    </message>
+    <message>
+        <source>Fixed material addresses for OTA updates</source>
+        <translation>Fixed material addresses for OTA updates</translation>
+    </message>
+    <message>
+        <source>Start Address</source>
+        <translation>Start Address</translation>
+    </message>
+    <message>
+        <source>Current Size (Byte)</source>
+        <translation>Current Size (Byte)</translation>
+    </message>
+    <message>
+        <source>Reserve Length (KB)</source>
+        <translation>Reserve Length (KB)</translation>
+    </message>
+    <message>
+        <source>Press Enter to confirm after typing!</source>
+        <translation>Press Enter to confirm after typing!</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>Some lines of Addr_Info.txt can't be read. They are left out here; OK writes the file without them.</source>
+        <translation>Some lines of Addr_Info.txt can't be read. They are left out here; OK writes the file without them.</translation>
+    </message>
+    <message>
+        <source>The Font start is not known yet: build the project once.</source>
+        <translation>The Font start is not known yet: build the project once.</translation>
+    </message>
+    <message>
+        <source>Reserve beyond the flash, not used: %1.</source>
+        <translation>Reserve beyond the flash, not used: %1.</translation>
+    </message>
+    <message>
+        <source>The ends of these blocks move: %1.</source>
+        <translation>The ends of these blocks move: %1.</translation>
     </message>
 </context>
 <context>
@@ -1002,6 +1205,38 @@ Replace them?</translation>
     <message>
         <source>Multi-Language Text</source>
         <translation>Multi-Language Text</translation>
+    </message>
+    <message>
+        <source>Check Project: no problems found.</source>
+        <translation>Check Project: no problems found.</translation>
+    </message>
+    <message>
+        <source>Check Project found problems: they are listed in the log and in %1.</source>
+        <translation>Check Project found problems: they are listed in the log and in %1.</translation>
+    </message>
+    <message>
+        <source>Variable control cancelled: the open page was not saved</source>
+        <translation>Variable control cancelled: the open page was not saved</translation>
+    </message>
+    <message>
+        <source>Variable control</source>
+        <translation>Variable control</translation>
+    </message>
+    <message>
+        <source>%1 is not installed beside the designer</source>
+        <translation>%1 is not installed beside the designer</translation>
+    </message>
+    <message>
+        <source>The timestamp waits for Save All: %1 was not written</source>
+        <translation>The timestamp waits for Save All: %1 was not written</translation>
+    </message>
+    <message>
+        <source>Builds are stamped %1</source>
+        <translation>Builds are stamped %1</translation>
+    </message>
+    <message>
+        <source>Builds are stamped with the present time</source>
+        <translation>Builds are stamped with the present time</translation>
     </message>
 </context>
 <context>

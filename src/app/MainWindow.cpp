@@ -1,5 +1,7 @@
 #include "app/MainWindow.h"
 
+#include <QMenu>
+
 #include "app/Prompts.h"
 #include "app/TableView.h"
 #include "designer/CanvasWidgets.h"
@@ -47,6 +49,9 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent)
     setupForm();
     setWindowState(Qt::WindowMaximized);
     setWindowTitle(QLatin1String(kTitle));
+    updateToolActions();
+    if (auto *tools = findChild<QMenu *>(QStringLiteral("menuTool")))
+        connect(tools, &QMenu::aboutToShow, this, &MainWindow::updateToolActions);
 
     // 2. zoom, key, column widths, splitter stretches
     m_zoomFactor = 1.0f;
@@ -421,6 +426,8 @@ bool MainWindow::eventFilter(QObject *watched, QEvent *event)
     if (watched == label_Show && projectOpen() && !m_buildRunning) {
         if (event->type() == QEvent::MouseMove)
             updateHoverCursor(static_cast<QMouseEvent *>(event)->pos());
+        else if (event->type() == QEvent::MouseButtonDblClick && adjustFromCanvas(static_cast<QMouseEvent *>(event)))
+            return true;
         else if (event->type() == QEvent::ContextMenu) {
             // a right click on the canvas ends any tool and clears the marks
             resetCanvasState();

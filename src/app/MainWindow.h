@@ -46,6 +46,10 @@ class DialogWdgVar;
 class DialogProjectSetting;
 class Constanttextedit;
 class LanguageTextEditor;
+class DialogModbus;
+class Dialogmaterialaddr;
+class DialogTime;
+class Dialog;
 
 class MainWindow : public QMainWindow
 {
@@ -53,6 +57,8 @@ class MainWindow : public QMainWindow
 public:
     static const char *const kTitle; // "Vantile V3.20A"
     static QString buildDateTime();  // when this program was built, for the About box
+    // What Help > Directions for use opens (MainWindowHelp.cpp).
+    static QString manualPath();
 
     explicit MainWindow(QWidget *parent = nullptr);
     ~MainWindow() override;
@@ -112,10 +118,15 @@ signals:
     void Update_to_DialogList(const QString &text);
     // Opens the language editor on a page: its four digits.
     void Update_to_DialogLanguage(const QString &page);
+    // A build asks the Modbus list for its unsaved rows (MainWindowModbus.cpp).
+    void SaveCommandList();
+    // Opens the widget adjust dialog on a widget's page line.
+    void Update_to_Dialog(const QString &line);
 
 public:
     Constanttextedit *constantTextEditor() const { return m_constantTextEdit; }
     LanguageTextEditor *languageTextEditor() const { return m_languageTextEditor; }
+    DialogModbus *modbusDialog(); // made on first use
     int languageCount() const { return m_languageCount; }
 
 public slots:
@@ -128,6 +139,17 @@ public slots:
     void Preview_from_languageeditor(const QString &objectName, const QString &text);
     void Preview_from_constanttextedit(const QString &text, int colour, int fontId, int number);
     void Update_from_constanttextedit(const QString &path);
+    // The Modbus command list of the project (MainWindowModbus.cpp).
+    void on_actionModbus_triggered();
+    // The OTA addresses and the build timestamp (MainWindowMaterial.cpp).
+    void on_actionAddr_Setting_triggered();
+    void on_actionFile_Timestamp_triggered();
+    void Time_Update_from_Dialog(bool fixed, const QDateTime &time);
+
+public:
+    Dialogmaterialaddr *materialAddrDialog(); // made on first use
+    DialogTime *timeDialog();                 // made on first use
+    Dialog *adjustDialog();                   // made on first use
 
 public:
     bool groupActive() const { return m_groupActive; }
@@ -163,12 +185,22 @@ public slots:
     void on_actionLevel_layout_triggered();
     void on_actionVertical_layout_triggered();
     void on_actionClearPrj_triggered();
+    // The variable lists for the host (MainWindowExports.cpp)
+    void on_actionExport_variable_triggered();
+    // Help menu: the manual and the About box (MainWindowHelp.cpp)
+    void on_actionDirections_for_use_triggered();
+    void on_actionAbout_triggered();
+    // The tools that are not installed are disabled, their tip says why.
+    void updateToolActions();
     // Tool menu: the sibling programs
     void on_actionUartDebug_triggered();
     void on_actionFont_tool_triggered();
     void on_actionImageNumber_triggered();
     void on_actionToneForge_triggered();
     void on_actionEmulator_triggered();
+    // Project check and the variable control conversion (MainWindowChecks.cpp)
+    void on_actionCheckProject_triggered();
+    void on_actionVariable_control_triggered();
     // Help menu: language, tool bar text, auto-save
     void on_actionChinese_triggered();
     void on_actionEnglish_triggered();
@@ -189,7 +221,10 @@ public slots:
     void DeletePage();
     void on_tableView_Para_doubleClicked(const QModelIndex &index);
     void on_tableView_Wdg_clicked(const QModelIndex &index);
-    // "objectName:X,Y,W,H" from the widget adjust dialog
+    // The widget adjust dialog (MainWindowAdjust.cpp): opened on the selected
+    // widget of a kind it knows (also by a double click on it on the canvas);
+    // "objectName:X,Y,W,H" comes back from its OK.
+    void openWidgetAdjust();
     void Update_from_Dialog(const QString &text);
     // "objectName:entry" from the action list: the entry replaces the
     // encoder's item the list was opened on (MainWindowEncoder.cpp).
@@ -227,6 +262,7 @@ protected:
 
 private:
     QWidget *putUpMask(QDialog *dialog); // the mask, tied to the dialog when there is one
+    bool adjustFromCanvas(QMouseEvent *event); // a double click on the canvas (MainWindowAdjust.cpp)
     // form (MainWindowForm.cpp)
     void setupForm();
     void setupPalette();
@@ -439,6 +475,7 @@ private:
     DialogWdgVar *m_dialogWdgVar = nullptr;
     Constanttextedit *m_constantTextEdit = nullptr;
     LanguageTextEditor *m_languageTextEditor = nullptr;
+    DialogModbus *m_dialogModbus = nullptr;
     // Puts the texts of the page's Statictexts in step with Constant_text.csv.
     // A Statictext's text follows its entry of Constant_text.csv; returns
     // the names of the lines it changed.

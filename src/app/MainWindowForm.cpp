@@ -71,6 +71,7 @@ const ActionSpec kFileMenu[] = {
 
 const ActionSpec kToolMenu[] = {
     {"actionExport_variable", QT_TRANSLATE_NOOP("vantile::MainWindow", "Export variable"), nullptr, nullptr, "Ev", kTool},
+    {"actionVariable_control", QT_TRANSLATE_NOOP("vantile::MainWindow", "Variable control"), nullptr, nullptr, "Vc", kTool},
     {nullptr, nullptr, nullptr, nullptr, nullptr, 0},
     {"actionModbus", QT_TRANSLATE_NOOP("vantile::MainWindow", "Modbus"), nullptr, nullptr, "Mb", kTool},
     {"actionConstant_Label", QT_TRANSLATE_NOOP("vantile::MainWindow", "Static Text"), nullptr, nullptr, "Tx", kTool},

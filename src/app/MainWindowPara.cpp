@@ -371,28 +371,6 @@ QString MainWindow::widgetEditorResult(const FieldDef &field, const QModelIndex 
     return QString();
 }
 
-void MainWindow::Update_from_Dialog(const QString &text)
-{
-    // "objectName:X,Y,W,H" from the widget adjust dialog
-    const int colon = text.indexOf(QLatin1Char(':'));
-    if (!projectOpen() || colon <= 0)
-        return;
-    const QString name = text.left(colon);
-    if (name != m_selectedName)
-        selectByName(name);
-    if (m_selectedName != name)
-        return;
-    const QStringList v = text.mid(colon + 1).split(QLatin1Char(','));
-    const char *keys[] = {"X", "Y", "W", "H"};
-    const KindDef *def = m_editBuffer.definition();
-    for (int i = 0; i < 4 && i < v.size() && def; ++i) {
-        const FieldDef *f = def->find(keys[i]);
-        if (f && f->hasRow())
-            m_paraModel->setData(m_paraModel->index(f->row, 1), v[i].trimmed());
-    }
-    applyWidgetRows();
-}
-
 void MainWindow::UpdatePageWdgList_from_TableView(int from, int to)
 {
     // Row 0 is the page; rows 1.. are the widget lines in order.

@@ -1,4 +1,5 @@
 #include "build/MakeBin.h"
+#include "build/CommandList.h"
 #include "build/FontBlock.h"
 #include "build/PageBlock.h"
 #include "build/PageChecks.h"
@@ -6,6 +7,9 @@
 #include "build/IconBlock.h"
 #include "build/PictureBlock.h"
 #include "build/TextBlocks.h"
+#include "export/HeaderExport.h"
+#include "export/SerialCommands.h"
+#include "export/VariableLists.h"
 
 #include "project/AppPaths.h"
 #include "project/SealedFile.h"
@@ -477,9 +481,15 @@ BuildResult MakeBin::run(const BuildInput &input, const BuildOptions &options)
 
     // 13-15. The material blocks, in fixed places in OTA mode.
     const QString addrInfo = ctx.path(QStringLiteral("Addr_Info.txt"));
-    const OtaAddresses current = OtaAddresses::load(addrInfo);
+    QStringList addrProblems;
+    const OtaAddresses current = OtaAddresses::load(addrInfo, nullptr, &addrProblems);
+    // A damaged Addr_Info.txt is told and left as it is for the user to mend.
+    for (const QString &problem : addrProblems)
+        ctx.complain(QStringLiteral("Addr_Info.txt ") + problem);
+    // The previous build's reserve and end texts; before the first build of
+    // this project in this session, the file as it stands.
     const OtaMemory previous = m_otaProject == ctx.projectDir ? m_otaMemory : OtaMemory::of(current);
-    OtaPlacement placement(current, previous, ctx.layout.alignUnit());
+    OtaPlacement placement(current, previous, ctx.layout.alignUnit(), Flash::flashLimit(ctx.settings.flashSize));
     bool built[kMaterialCount] = {};
     ctx.runningAddress = placement.startFont(ctx.runningAddress);
     for (Material m : kMaterialOrder) {
@@ -489,6 +499,10 @@ BuildResult MakeBin::run(const BuildInput &input, const BuildOptions &options)
         built[int(m)] = runBlock(ctx, blockOf(m));
         ctx.runningAddress = placement.finishBlock(m, start, ctx.runningAddress, built[int(m)]);
     }
+    for (const QString &note : placement.notes())
+        ctx.log(note);
+    for (const QString &complaint : placement.complaints())
+        ctx.complain(complaint);
 
     // 16. The address header for the host.
     runStep(ctx, BuildStep::HeaderExport);
@@ -544,7 +558,11 @@ BuildResult MakeBin::run(const BuildInput &input, const BuildOptions &options)
 
     // 18. The OTA addresses.
     result.ota = placement.addresses();
-    if (!result.ota.save(addrInfo))
+    result.ota.wavNum = QString::number(m_directory.value(BlockDirectory::WavCount));
+    result.ota.gifNum = QString::number(m_directory.value(BlockDirectory::GifCount));
+    result.ota.imageNum = QString::number(m_directory.value(BlockDirectory::PictureCount));
+    result.ota.iconNum = QString::number(m_directory.value(BlockDirectory::IconCount));
+    if (addrProblems.isEmpty() && !result.ota.save(addrInfo))
         ctx.log(QStringLiteral("Fail to create ") + addrInfo);
     m_otaProject = ctx.projectDir;
     m_otaMemory = OtaMemory::of(result.ota);
@@ -648,6 +666,10 @@ void installStandardBuild(MakeBin &driver)
     driver.setBuilder(std::make_unique<GifBlockBuilder>());
     driver.setBuilder(std::make_unique<IconBlockBuilder>());
     driver.setStep(BuildStep::NeedleAnimation, NeedleAnimation::run);
+    driver.setStep(BuildStep::CommandTable, CommandList::MakeCommandBlock);
+    driver.setStep(BuildStep::HeaderExport, HeaderExport::ExportHeader);
+    driver.setStep(BuildStep::WidgetListExport, VariableLists::ExportVariableCsv);
+    driver.setStep(BuildStep::SerialCommandExport, SerialCommands::ExportSerialCommands);
 }
 
 } // namespace vantile

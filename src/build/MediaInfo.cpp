@@ -161,6 +161,11 @@ QString videoFile(const QString &projectDir, int videoId)
     return QString();
 }
 
+qint64 videoNumber(const QString &fileName)
+{
+    return leadingId(fileName);
+}
+
 void probeVideo(BuildContext &ctx, const QString &widgetName, int videoId)
 {
     if (!libraryLoaded()) {

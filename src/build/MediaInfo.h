@@ -42,6 +42,8 @@ bool readVideo(const QString &path, VideoFacts *facts, QString *error = nullptr)
 // The file of Video/ with the number `videoId` (the digits its name starts
 // with, ended by "_" or "."); empty when there is none.
 QString videoFile(const QString &projectDir, int videoId);
+// The number of a Video/ file by that rule; -1 when its name has none.
+qint64 videoNumber(const QString &fileName);
 
 // The build's look at the video a widget plays: without the library an
 // empty line and kUnableToLoad in the log; otherwise the file's facts, or

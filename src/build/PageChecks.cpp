@@ -472,7 +472,7 @@ void preBuildChecks(BuildContext &ctx)
     overlapGroupStep(ctx);
     // Widgets that leave the panel: the heading and one complaint each.
     const QString range = pageRangeCheck(ctx.projectDir, ctx.pageLines, ctx.settings);
-    const QStringList lines = range.split(QLatin1Char('\n'), QString::SkipEmptyParts);
+    const QStringList lines = range.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     if (lines.size() > 1)
         for (const QString &line : lines)
             ctx.complain(line);

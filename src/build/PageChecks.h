@@ -85,8 +85,12 @@ void fontUseCheck(BuildContext &ctx, QByteArray &used, int fontCount);
 // each widget outside the panel rectangle (XSIZE x YSIZE as set).
 QString pageRangeCheck(const QString &projectDir, const QStringList &pageLines,
                        const ProjectSettings &settings);
+// The lines of that text for one page's lines: "PageN,widget_Name:<name>,
+// X:<x> Y:<y>\n" for each widget (but gifs) not wholly inside `panel`.
+QString pageRangeFindings(int row, const QStringList &lines, const QRect &panel);
 
-// What the build runs at its check point: the group step.
+// What the build runs at its check point: the group step, then the page
+// range check, whose findings (when there are any) go to the error text.
 void preBuildChecks(BuildContext &ctx);
 
 } // namespace PageChecks

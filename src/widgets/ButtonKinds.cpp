@@ -1,5 +1,6 @@
 #include "widgets/ButtonKinds.h"
 #include "widgets/EditBuffer.h"
+#include "widgets/KindExports.h"
 #include "widgets/LineGrammar.h"
 #include "widgets/Records.h"
 
@@ -159,17 +160,30 @@ int writeKBKey(QByteArray &out, const EditBuffer &b, const RecordContext &ctx)
     return out.size() - start;
 }
 
+// --- host lists ------------------------------------------------------------------
+// A button sends its return value and may go to a page; a keyboard key
+// sends its key code. Neither holds a variable of its own, so the length
+// columns stay empty. A pop-up box gives no rows.
+constexpr ListColumn kButtonColumns[] = {blankColumn(), blankColumn(), addressColumn("returnValue"),
+                                         textColumn("pageGoto")};
+constexpr ListColumn kKBKeyColumns[] = {blankColumn(), blankColumn(), addressColumn("keyCode"), blankColumn()};
+
+constexpr KindExports kButtonExports = {ExportList::Touch, kButtonColumns, countOf(kButtonColumns)};
+constexpr KindExports kKBKeyExports = {ExportList::Touch, kKBKeyColumns, countOf(kKBKeyColumns)};
+
 } // namespace
 
 const KindDef button = {WidgetKind::Button, kButtonFields, countOf(kButtonFields),
                          kButtonLabels,      countOf(kButtonLabels), writeButton,
-                         nullptr,            nullptr};
+                         nullptr,            nullptr,       nullptr,
+                         nullptr,            &kButtonExports};
 
 const KindDef popBox = {WidgetKind::PopBox, kPopBoxFields, countOf(kPopBoxFields), nullptr, 0,
                          writePopBox,        nullptr,       nullptr};
 
 const KindDef kbKey = {WidgetKind::KBKey, kKBKeyFields, countOf(kKBKeyFields), nullptr, 0,
-                        writeKBKey,        nullptr,      nullptr};
+                        writeKBKey,        nullptr,      nullptr,               nullptr, nullptr,
+                        &kKBKeyExports};
 
 } // namespace ButtonKinds
 

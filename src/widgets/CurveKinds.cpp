@@ -1,5 +1,6 @@
 #include "widgets/CurveKinds.h"
 #include "widgets/EditBuffer.h"
+#include "widgets/KindExports.h"
 #include "widgets/LineGrammar.h"
 #include "widgets/Records.h"
 #include "widgets/VariableImage.h"
@@ -124,8 +125,15 @@ quint16 scale(int height, qint64 maxData, qint64 minData)
     return quint16(t / 10 + (t % 10 > 5 ? 1 : 0));
 }
 
+// A curve is fed through its channel, not a variable: only its parameter
+// block (20 bytes after byte 4) is listed for the host.
+constexpr ListColumn kCurveColumns[] = {blankColumn(), blankColumn(), addressColumn("parameterAddr"),
+                                        fixedColumn("20")};
+constexpr KindExports kCurveExports = {ExportList::Display, kCurveColumns, countOf(kCurveColumns)};
+
 const KindDef curve = {WidgetKind::Curve, kCurveFields, countOf(kCurveFields), nullptr, 0,
-                       writeCurve,        nullptr,      keepRangeAndScale,    nullptr,   fitNewCurve};
+                       writeCurve,        nullptr,      keepRangeAndScale,    nullptr,   fitNewCurve,
+                       &kCurveExports};
 
 } // namespace CurveKinds
 

@@ -19,6 +19,7 @@ namespace vantile {
 struct WordTable;
 class EditBuffer;
 struct RecordContext;
+struct KindExports;
 
 // How a field is written in the line and shown in its row.
 enum class Codec : quint8 {
@@ -193,6 +194,7 @@ struct KindDef {
     ApplyRule applyRule = nullptr;
     FieldSplitter splitFields = nullptr; // nullptr: every field ends at ","
     DropRule fitToDrop = nullptr;
+    const KindExports *exports = nullptr; // rows for the host lists (KindExports.h)
 
     int indexOf(const char *key) const; // -1 when the kind has no such field
     const FieldDef *find(const char *key) const;

@@ -1,5 +1,6 @@
 #include "widgets/GaugeKinds.h"
 #include "widgets/EditBuffer.h"
+#include "widgets/KindExports.h"
 #include "widgets/LineGrammar.h"
 #include "widgets/NumberKinds.h"
 #include "widgets/Records.h"
@@ -554,22 +555,67 @@ qint64 needleNumber(const QString &text, int decimalDigit)
     return qint64(negative ? 0u - digits : digits);
 }
 
+// --- host lists ------------------------------------------------------------------
+// Each holds one 16-bit value at writeAddr and starts it at defaultValue.
+// The display kinds add their parameter block (19, 34 and 59 bytes after
+// byte 4); a needle with its picture number also names the number's
+// address and its width in bytes, and sends the number's initial value in
+// the number's type when that address is set.
+constexpr ListColumn kTouchValueColumns[] = {addressColumn("writeAddr"), fixedColumn("2"), blankColumn(),
+                                             blankColumn()};
+constexpr ListColumn kProgressColumns[] = {addressColumn("writeAddr"), fixedColumn("2"),
+                                           addressColumn("parameterAddr"), fixedColumn("19")};
+constexpr ListColumn kRProgressColumns[] = {addressColumn("writeAddr"), fixedColumn("2"),
+                                            addressColumn("parameterAddr"), fixedColumn("34")};
+constexpr ListColumn kNeedleColumns[] = {addressColumn("writeAddr"),
+                                         fixedColumn("2"),
+                                         addressColumn("parameterAddr"),
+                                         fixedColumn("59"),
+                                         addressColumn("showNumber_numberAddr"),
+                                         typeLengthColumn("showNumber_dataType")};
+constexpr SerialRow kValueSerial[] = {{"writeAddr", "defaultValue", ValueForm::Number, "short"}};
+constexpr SerialRow kNeedleSerial[] = {
+    {"writeAddr", "defaultValue", ValueForm::Number, "short"},
+    {"showNumber_numberAddr", "showNumber_defaultNumber", ValueForm::TypedNumber, "showNumber_dataType", nullptr, true},
+};
+
+constexpr KindExports kSliderExports = {ExportList::Touch, kTouchValueColumns, countOf(kTouchValueColumns),
+                                        nullptr,           nullptr,            kValueSerial,
+                                        countOf(kValueSerial), "#define  _SLIDER_PAGE", "writeAddr"};
+constexpr KindExports kProgressExports = {ExportList::Display, kProgressColumns, countOf(kProgressColumns),
+                                          nullptr,             nullptr,          kValueSerial,
+                                          countOf(kValueSerial), "#define  _PROGRESS_PAGE", "writeAddr"};
+constexpr KindExports kRProgressExports = {ExportList::Display, kRProgressColumns, countOf(kRProgressColumns),
+                                           nullptr,             nullptr,           kValueSerial,
+                                           countOf(kValueSerial), "#define  _RPROGRESS_PAGE", "writeAddr"};
+constexpr KindExports kRTouchExports = {ExportList::Touch, kTouchValueColumns, countOf(kTouchValueColumns),
+                                        nullptr,           nullptr,            kValueSerial,
+                                        countOf(kValueSerial), "#define  _RTOUCH_PAGE", "writeAddr"};
+constexpr KindExports kNeedleExports = {ExportList::Display, kNeedleColumns, countOf(kNeedleColumns), nullptr,
+                                        nullptr,             kNeedleSerial,  countOf(kNeedleSerial),
+                                        "#define  _NEEDLE_PAGE", "writeAddr"};
+
 // Fields in KindDef's order: kind, fields, labels, writers, apply rule,
-// field splitter (none: plain commas), drop rule.
+// field splitter (none: plain commas), drop rule, host lists.
 const KindDef slider = {WidgetKind::Slider, kSliderFields, countOf(kSliderFields), nullptr, 0,
-                        writeSlider,        nullptr,       nullptr,                nullptr, sliderAtDrop};
+                        writeSlider,        nullptr,       nullptr,                nullptr, sliderAtDrop,
+                        &kSliderExports};
 
 const KindDef progress = {WidgetKind::Progress, kProgressFields, countOf(kProgressFields), nullptr, 0,
-                          writeProgress,        nullptr,         nullptr,                  nullptr, nullptr};
+                          writeProgress,        nullptr,         nullptr,                  nullptr, nullptr,
+                          &kProgressExports};
 
 const KindDef rProgress = {WidgetKind::RProgress, kRProgressFields, countOf(kRProgressFields), nullptr, 0,
-                           writeRProgress,        nullptr,          ringIconRun,               nullptr, nullptr};
+                           writeRProgress,        nullptr,          ringIconRun,               nullptr, nullptr,
+                           &kRProgressExports};
 
 const KindDef rTouch = {WidgetKind::RTouch, kRTouchFields, countOf(kRTouchFields), nullptr, 0,
-                        writeRTouch,        nullptr,       ringIconRun,            nullptr, nullptr};
+                        writeRTouch,        nullptr,       ringIconRun,            nullptr, nullptr,
+                        &kRTouchExports};
 
 const KindDef needle = {WidgetKind::Needle, kNeedleFields, countOf(kNeedleFields), nullptr, 0,
-                        writeNeedle,        nullptr,       needleIconRun,          nullptr, needleAtDrop};
+                        writeNeedle,        nullptr,       needleIconRun,          nullptr, needleAtDrop,
+                        &kNeedleExports};
 
 } // namespace GaugeKinds
 

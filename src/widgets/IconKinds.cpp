@@ -1,5 +1,6 @@
 #include "widgets/IconKinds.h"
 #include "widgets/EditBuffer.h"
+#include "widgets/KindExports.h"
 #include "widgets/LineGrammar.h"
 #include "widgets/Records.h"
 #include "widgets/VariableImage.h"
@@ -297,13 +298,38 @@ quint16 gifInitialValue(const EditBuffer &b)
     }
 }
 
-const KindDef icon = {WidgetKind::Icon, kIconFields, countOf(kIconFields), nullptr, 0,
-                      writeIcon,        writeViceIcon, keepIconRunOrdered};
+// --- host lists ------------------------------------------------------------------
+// The three show pictures by a variable. A gif's variable is its run state:
+// the host is sent the number of the initial state's word.
+constexpr ListColumn kIconColumns[] = {addressColumn("writeAddr"), decimalColumn("byteLength"),
+                                       addressColumn("parameterAddr"), fixedColumn("14")};
+constexpr ListColumn kBitIconColumns[] = {addressColumn("writeAddr"), fixedColumn("12"),
+                                          addressColumn("parameterAddr"), fixedColumn("12")};
+constexpr ListColumn kGifColumns[] = {addressColumn("WriteAddr"), decimalColumn("byteLength"),
+                                      addressColumn("parameterAddr"), fixedColumn("53")};
+constexpr SerialRow kIconSerial[] = {{"writeAddr", "defaultDisplayID", ValueForm::Number, "short"}};
+constexpr SerialRow kGifSerial[] = {{"WriteAddr", "defaultStatus", ValueForm::WordNumber, "short"}};
 
-const KindDef bitIcon = {WidgetKind::BitIcon, kBitIconFields, countOf(kBitIconFields), nullptr, 0,
-                         writeBitIcon,        writeViceBitIcon, nullptr};
+constexpr KindExports kIconExports = {ExportList::Display, kIconColumns, countOf(kIconColumns), nullptr,
+                                      nullptr,             kIconSerial,  countOf(kIconSerial),
+                                      "#define  _ICON_PAGE", "writeAddr"};
+constexpr KindExports kBitIconExports = {ExportList::Display, kBitIconColumns, countOf(kBitIconColumns),
+                                         nullptr,             nullptr,         nullptr,
+                                         0,                   "#define  _BITICON_PAGE", "writeAddr"};
+constexpr KindExports kGifExports = {ExportList::Display, kGifColumns, countOf(kGifColumns), nullptr,
+                                     nullptr,             kGifSerial,  countOf(kGifSerial),
+                                     "#define  _GIF_PAGE", "WriteAddr"};
 
-const KindDef gif = {WidgetKind::Gif, kGifFields, countOf(kGifFields), nullptr, 0, writeGif, nullptr, nullptr};
+const KindDef icon = {WidgetKind::Icon, kIconFields,   countOf(kIconFields), nullptr, 0,
+                      writeIcon,        writeViceIcon, keepIconRunOrdered,   nullptr, nullptr,
+                      &kIconExports};
+
+const KindDef bitIcon = {WidgetKind::BitIcon, kBitIconFields,   countOf(kBitIconFields), nullptr, 0,
+                         writeBitIcon,        writeViceBitIcon, nullptr,                 nullptr, nullptr,
+                         &kBitIconExports};
+
+const KindDef gif = {WidgetKind::Gif, kGifFields, countOf(kGifFields), nullptr, 0, writeGif, nullptr,
+                     nullptr,          nullptr,    nullptr,             &kGifExports};
 
 } // namespace IconKinds
 

@@ -1,5 +1,6 @@
 #include "widgets/KeyboardKinds.h"
 #include "widgets/EditBuffer.h"
+#include "widgets/KindExports.h"
 #include "widgets/LineGrammar.h"
 #include "widgets/Records.h"
 #include "widgets/WidgetKinds.h"
@@ -317,18 +318,39 @@ int writeCNKeyB(QByteArray &out, const EditBuffer &b, const RecordContext &ctx)
     return out.size() - start;
 }
 
+// --- host lists ------------------------------------------------------------------
+// A keyboard writes what was typed at writeAddr: the keypad a number of
+// byteLength bytes, the text keyboards wordLength words.
+constexpr ListColumn kKeypadColumns[] = {addressColumn("writeAddr"), decimalColumn("byteLength"), blankColumn(),
+                                         blankColumn()};
+constexpr ListColumn kTextKeyboardColumns[] = {addressColumn("writeAddr"), decimalColumn("wordLength"),
+                                               blankColumn(), blankColumn()};
+
+constexpr KindExports kKeypadExports = {ExportList::Touch, kKeypadColumns, countOf(kKeypadColumns), nullptr,
+                                        nullptr,           nullptr,        0,
+                                        "#define  _KEYPAD_PAGE", "writeAddr"};
+constexpr KindExports kENKeyBExports = {ExportList::Touch, kTextKeyboardColumns, countOf(kTextKeyboardColumns),
+                                        nullptr,           nullptr,              nullptr,
+                                        0,                 "#define  _ENKEYBOARD_PAGE", "writeAddr"};
+constexpr KindExports kCNKeyBExports = {ExportList::Touch, kTextKeyboardColumns, countOf(kTextKeyboardColumns),
+                                        nullptr,           nullptr,              nullptr,
+                                        0,                 "#define  _CNKEYBOARD_PAGE", "writeAddr"};
+
 } // namespace
 
 // Fields in KindDef's order: kind, fields, labels, writers, apply rule,
-// field splitter (none: plain commas), drop rule.
+// field splitter (none: plain commas), drop rule, host lists.
 const KindDef keypad = {WidgetKind::Keypad, kKeypadFields, countOf(kKeypadFields), nullptr, 0,
-                        writeKeypad,        nullptr,       nullptr,                nullptr, nullptr};
+                        writeKeypad,        nullptr,       nullptr,                nullptr, nullptr,
+                        &kKeypadExports};
 
 const KindDef enkeyB = {WidgetKind::ENKeyB, kENKeyBFields, countOf(kENKeyBFields), nullptr, 0,
-                        writeENKeyB,        nullptr,       nullptr,                nullptr, nullptr};
+                        writeENKeyB,        nullptr,       nullptr,                nullptr, nullptr,
+                        &kENKeyBExports};
 
 const KindDef cnkeyB = {WidgetKind::CNKeyB, kCNKeyBFields, countOf(kCNKeyBFields), nullptr, 0,
-                        writeCNKeyB,        nullptr,       nullptr,                nullptr, nullptr};
+                        writeCNKeyB,        nullptr,       nullptr,                nullptr, nullptr,
+                        &kCNKeyBExports};
 
 } // namespace KeyboardKinds
 

@@ -1,5 +1,6 @@
 #include "widgets/MediaKinds.h"
 #include "widgets/EditBuffer.h"
+#include "widgets/KindExports.h"
 #include "widgets/Records.h"
 #include "widgets/VariableImage.h"
 #include "widgets/WidgetKinds.h"
@@ -255,19 +256,46 @@ QByteArray qrContentBytes(const EditBuffer &b)
     return bytes;
 }
 
+// --- host lists ------------------------------------------------------------------
+// A sound and a video are driven through their parameter blocks (2 and 46
+// bytes after byte 4). A camera is switched by a word at writeAddr, 1 when
+// it starts "ON"; a QR code shows the UTF-8 text at writeAddr.
+constexpr ListColumn kWavColumns[] = {blankColumn(), blankColumn(), addressColumn("parameterAddr"),
+                                      fixedColumn("2")};
+constexpr ListColumn kVideoColumns[] = {blankColumn(), blankColumn(), addressColumn("parameterAddr"),
+                                        fixedColumn("46")};
+constexpr ListColumn kCameraColumns[] = {addressColumn("writeAddr"), fixedColumn("2"),
+                                         addressColumn("parameterAddr"), fixedColumn("18")};
+constexpr ListColumn kQrcodeColumns[] = {addressColumn("writeAddr"), decimalColumn("byteLength"),
+                                         addressColumn("parameterAddr"), fixedColumn("9")};
+constexpr SerialRow kCameraSerial[] = {{"writeAddr", "defaultState", ValueForm::WordNumber, "short"}};
+constexpr SerialRow kQrcodeSerial[] = {{"writeAddr", "content", ValueForm::Utf8Text}};
+
+constexpr KindExports kWavExports = {ExportList::Display, kWavColumns, countOf(kWavColumns)};
+constexpr KindExports kVideoExports = {ExportList::Display, kVideoColumns, countOf(kVideoColumns)};
+constexpr KindExports kCameraExports = {ExportList::Display, kCameraColumns, countOf(kCameraColumns), nullptr,
+                                        nullptr,             kCameraSerial,  countOf(kCameraSerial)};
+constexpr KindExports kQrcodeExports = {ExportList::Display, kQrcodeColumns, countOf(kQrcodeColumns), nullptr,
+                                        nullptr,             kQrcodeSerial,  countOf(kQrcodeSerial),
+                                        "#define  _QRCODE_PAGE", "writeAddr"};
+
 // Fields in KindDef's order: kind, fields, labels, writers, apply rule,
-// field splitter (none: plain commas), drop rule.
+// field splitter (none: plain commas), drop rule, host lists.
 const KindDef wav = {WidgetKind::Wav, kWavFields, countOf(kWavFields), nullptr, 0,
-                     writeWav,        nullptr,    nullptr,              nullptr, nullptr};
+                     writeWav,        nullptr,    nullptr,              nullptr, nullptr,
+                     &kWavExports};
 
 const KindDef video = {WidgetKind::Video, kVideoFields, countOf(kVideoFields), nullptr, 0,
-                       writeVideo,        nullptr,      nullptr,                nullptr, nullptr};
+                       writeVideo,        nullptr,      nullptr,                nullptr, nullptr,
+                       &kVideoExports};
 
 const KindDef camera = {WidgetKind::Camera, kCameraFields, countOf(kCameraFields), nullptr, 0,
-                        writeCamera,        nullptr,       nullptr,                 nullptr, nullptr};
+                        writeCamera,        nullptr,       nullptr,                 nullptr, nullptr,
+                        &kCameraExports};
 
 const KindDef qrcode = {WidgetKind::QRCode, kQrcodeFields, countOf(kQrcodeFields), nullptr, 0,
-                        writeQrcode,        nullptr,       nullptr,                 nullptr, qrcodeAtDrop};
+                        writeQrcode,        nullptr,       nullptr,                 nullptr, qrcodeAtDrop,
+                        &kQrcodeExports};
 
 } // namespace MediaKinds
 

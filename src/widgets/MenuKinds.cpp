@@ -1,5 +1,6 @@
 #include "widgets/MenuKinds.h"
 #include "widgets/EditBuffer.h"
+#include "widgets/KindExports.h"
 #include "widgets/LineGrammar.h"
 #include "widgets/Records.h"
 #include "widgets/VariableImage.h"
@@ -166,8 +167,18 @@ QSize frameSize(const EditBuffer &menu, const QSize &vicePicture)
     return QSize(w > 0 ? w : qMax(0, vicePicture.width()), h > 0 ? h : qMax(0, vicePicture.height()));
 }
 
+// --- host lists ------------------------------------------------------------------
+// A slide menu writes the chosen frame's number at writeAddr; the cross-page
+// menu has no variable and no rows.
+constexpr ListColumn kSlMenuColumns[] = {addressColumn("writeAddr"), fixedColumn("2"), blankColumn(),
+                                         blankColumn()};
+constexpr KindExports kSlMenuExports = {ExportList::Touch, kSlMenuColumns, countOf(kSlMenuColumns), nullptr,
+                                        nullptr,           nullptr,        0,
+                                        "#define  _SLMENU_PAGE", "writeAddr"};
+
 const KindDef slMenu = {WidgetKind::SlMenu, kSlMenuFields, countOf(kSlMenuFields), nullptr, 0,
-                        writeSlMenu,        nullptr,       nullptr};
+                        writeSlMenu,        nullptr,       nullptr,                nullptr, nullptr,
+                        &kSlMenuExports};
 
 const KindDef slideMenuPro = {WidgetKind::SlideMenuPro, kSlideMenuProFields, countOf(kSlideMenuProFields),
                               nullptr,                  0,                   writeSlideMenuPro,

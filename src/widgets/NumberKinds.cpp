@@ -1,5 +1,6 @@
 #include "widgets/NumberKinds.h"
 #include "widgets/EditBuffer.h"
+#include "widgets/KindExports.h"
 #include "widgets/LineGrammar.h"
 #include "widgets/VariableImage.h"
 #include "widgets/WidgetKinds.h"
@@ -288,11 +289,36 @@ Point16 anchor(int x, int y, int w, int alignment, const RecordContext &ctx)
     return Records::rotatePoint(ctx.rotation, ax, y, e.width(), e.height());
 }
 
-const KindDef number = {WidgetKind::Number, kNumberFields, countOf(kNumberFields), nullptr, 0,
-                         writeRecord,        writeViceRecord, nullptr};
+namespace {
+
+// --- host lists ------------------------------------------------------------------
+// A number's record after byte 4 is 16 bytes and its unit symbol; a picture
+// number's 14. Both give their data type code and send their initial
+// number in that type.
+constexpr ListColumn kNumberColumns[] = {addressColumn("writeAddr"), decimalColumn("byteLength"),
+                                         addressColumn("parameterAddr"), decimalColumn("unitSymbol_length", 16),
+                                         typeCodeColumn("dataType")};
+constexpr ListColumn kPngNumberColumns[] = {addressColumn("writeAddr"), decimalColumn("byteLength"),
+                                            addressColumn("parameterAddr"), fixedColumn("14"),
+                                            typeCodeColumn("dataType")};
+constexpr SerialRow kNumberSerial[] = {{"writeAddr", "defaultNumber", ValueForm::TypedNumber, "dataType"}};
+
+constexpr KindExports kNumberExports = {ExportList::Display, kNumberColumns, countOf(kNumberColumns), nullptr,
+                                        nullptr,             kNumberSerial,  countOf(kNumberSerial),
+                                        "#define  _NUMBER_PAGE", "writeAddr"};
+constexpr KindExports kPngNumberExports = {ExportList::Display, kPngNumberColumns, countOf(kPngNumberColumns),
+                                           nullptr,             nullptr,           kNumberSerial,
+                                           countOf(kNumberSerial), "#define  _PNGNUMBER_PAGE", "writeAddr"};
+
+} // namespace
+
+const KindDef number = {WidgetKind::Number, kNumberFields,   countOf(kNumberFields), nullptr, 0,
+                         writeRecord,        writeViceRecord, nullptr,                nullptr, nullptr,
+                         &kNumberExports};
 
 const KindDef pngNumber = {WidgetKind::PngNumber, kPngNumberFields, countOf(kPngNumberFields), nullptr, 0,
-                            writeRecord,           writeViceRecord,  keepIconRunOrdered};
+                            writeRecord,           writeViceRecord,  keepIconRunOrdered,         nullptr, nullptr,
+                            &kPngNumberExports};
 
 } // namespace NumberKinds
 

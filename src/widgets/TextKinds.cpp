@@ -1,5 +1,6 @@
 #include "widgets/TextKinds.h"
 #include "widgets/EditBuffer.h"
+#include "widgets/KindExports.h"
 #include "widgets/Records.h"
 #include "widgets/TextEncoding.h"
 #include "widgets/VariableImage.h"
@@ -263,17 +264,39 @@ int writeTextRoll(QByteArray &out, const EditBuffer &b, const RecordContext &ctx
     return r.size();
 }
 
+// --- host lists ------------------------------------------------------------------
+// A label shows a text of wordLength words at writeAddr; its record after
+// byte 4 is 24 bytes here, the scrolling text's 28. A label that takes its
+// text from the language table is no variable of the host's. The static
+// text reads a constant and has no rows at all.
+constexpr ListColumn kLabelColumns[] = {addressColumn("writeAddr"), decimalColumn("wordLength"),
+                                        addressColumn("parameterAddr"), fixedColumn("24"),
+                                        decimalColumn("encoding")};
+constexpr ListColumn kTextRollColumns[] = {addressColumn("writeAddr"), decimalColumn("wordLength"),
+                                           addressColumn("parameterAddr"), fixedColumn("28"),
+                                           decimalColumn("encoding")};
+constexpr SerialRow kTextSerial[] = {{"writeAddr", "defaultText", ValueForm::Text}};
+
+constexpr KindExports kLabelExports = {ExportList::Display, kLabelColumns, countOf(kLabelColumns), nullptr,
+                                       "multi-language",    kTextSerial,   countOf(kTextSerial),
+                                       "#define  _LABEL_PAGE", "writeAddr"};
+constexpr KindExports kTextRollExports = {ExportList::Display, kTextRollColumns, countOf(kTextRollColumns),
+                                          nullptr,             nullptr,          kTextSerial,
+                                          countOf(kTextSerial), "#define  _TEXTROLL_PAGE", "writeAddr"};
+
 } // namespace
 
-const KindDef label = {WidgetKind::Label, kLabelFields, countOf(kLabelFields), nullptr, 0,
-                       writeLabel,        writeViceLabel, nullptr};
+const KindDef label = {WidgetKind::Label, kLabelFields,   countOf(kLabelFields), nullptr, 0,
+                       writeLabel,        writeViceLabel, nullptr,               nullptr, nullptr,
+                       &kLabelExports};
 
 const KindDef staticText = {WidgetKind::Statictext, kStaticFields.data(), int(kStaticFields.size()),
                             nullptr,                0,                    writeLabel,
                             writeViceLabel,         nullptr};
 
 const KindDef textRoll = {WidgetKind::TextRoll, kTextRollFields, countOf(kTextRollFields), nullptr, 0,
-                          writeTextRoll,        nullptr,         nullptr};
+                          writeTextRoll,        nullptr,         nullptr,                  nullptr, nullptr,
+                          &kTextRollExports};
 
 } // namespace TextKinds
 

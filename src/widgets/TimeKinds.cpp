@@ -1,5 +1,6 @@
 #include "widgets/TimeKinds.h"
 #include "widgets/EditBuffer.h"
+#include "widgets/KindExports.h"
 #include "widgets/LineGrammar.h"
 #include "widgets/Records.h"
 #include "widgets/VariableImage.h"
@@ -281,18 +282,45 @@ void clockAtDrop(EditBuffer &b)
     }
 }
 
+// --- host lists ------------------------------------------------------------------
+// The clocks read the panel's own time: no variable, only their parameter
+// blocks (9 and 26 bytes after byte 4). A timer has three variables (the
+// count, its preset and its control word) and sends the initial value of
+// each under a name of its own.
+constexpr ListColumn kRTCColumns[] = {blankColumn(), blankColumn(), addressColumn("parameterAddr"),
+                                      fixedColumn("9")};
+constexpr ListColumn kClockColumns[] = {blankColumn(), blankColumn(), addressColumn("parameterAddr"),
+                                        fixedColumn("26")};
+constexpr ListColumn kUITimerColumns[] = {addressColumn("countAddr"),   fixedColumn("2"),
+                                          addressColumn("parameterAddr"), fixedColumn("48"),
+                                          addressColumn("presetAddr"),  fixedColumn("2"),
+                                          addressColumn("controlAddr"), fixedColumn("2")};
+constexpr SerialRow kUITimerSerial[] = {
+    {"presetAddr", "presetAddr_value", ValueForm::Number, "short", "preset_Addr"},
+    {"countAddr", "countAddr_value", ValueForm::Number, "short", "calc_Addr"},
+    {"controlAddr", "controlAddr_value", ValueForm::Number, "short", "ctrl_Addr"},
+};
+
+constexpr KindExports kRTCExports = {ExportList::Display, kRTCColumns, countOf(kRTCColumns)};
+constexpr KindExports kClockExports = {ExportList::Display, kClockColumns, countOf(kClockColumns)};
+constexpr KindExports kUITimerExports = {ExportList::Display, kUITimerColumns, countOf(kUITimerColumns), nullptr,
+                                         nullptr,             kUITimerSerial,  countOf(kUITimerSerial)};
+
 } // namespace
 
 // Fields in KindDef's order: kind, fields, labels, writers, apply rule,
-// field splitter (none: plain commas), drop rule.
+// field splitter (none: plain commas), drop rule, host lists.
 const KindDef rtc = {WidgetKind::RTC, kRTCFields, countOf(kRTCFields), nullptr, 0,
-                     writeRTC,        writeViceRTC, keepDigitRunOrdered, nullptr, nullptr};
+                     writeRTC,        writeViceRTC, keepDigitRunOrdered, nullptr, nullptr,
+                     &kRTCExports};
 
 const KindDef analogClock = {WidgetKind::Clock, kClockFields, countOf(kClockFields), nullptr, 0,
-                             writeClock,        nullptr,      nullptr,               nullptr, clockAtDrop};
+                             writeClock,        nullptr,      nullptr,               nullptr, clockAtDrop,
+                             &kClockExports};
 
 const KindDef uitimer = {WidgetKind::UITimer, kUITimerFields, countOf(kUITimerFields), nullptr, 0,
-                         writeUITimer,        nullptr,        keepDigitRunOrdered,     nullptr, nullptr};
+                         writeUITimer,        nullptr,        keepDigitRunOrdered,     nullptr, nullptr,
+                         &kUITimerExports};
 
 } // namespace TimeKinds
 

@@ -3,34 +3,18 @@
 // and it builds without complaints.
 // Regenerate it with scripts/make-demo when one of these fails.
 
+#include "CoreTestSupport.h"
 #include "build/MakeBin.h"
-#include "project/PageList.h"
-#include "project/ProjectSettings.h"
 #include "project/TextFiles.h"
-#include "widgets/WidgetLine.h"
 
-#include <QDir>
-#include <QDirIterator>
-#include <QFile>
-#include <QFileInfo>
 #include <QImage>
 #include <QImageReader>
-#include <QRegularExpression>
-#include <QSet>
-#include <QTemporaryDir>
-#include <QtTest>
 
-using namespace vantile;
+using namespace core;
 
 namespace {
 
 QString demoDir() { return QStringLiteral(VANTILE_SOURCE_DIR "/examples/demo/"); }
-
-QByteArray readAll(const QString &path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
 
 } // namespace
 

@@ -1,17 +1,10 @@
-// Our picture-digit maker: the names and numbers of a run, its pictures
-// (one cell size, the ink in the text colour, the signs where a picture
-// number and a clock look for them), strips cut into cells, and the
-// command line.
+// Our picture-digit maker: the names and pictures of a run, strips cut into
+// cells, and the command line.
 
+#include "CoreTestSupport.h"
 #include "build/DigitMaker.h"
 
-#include <QDir>
-#include <QFile>
-#include <QProcess>
-#include <QTemporaryDir>
-#include <QtTest>
-
-using namespace vantile;
+using namespace core;
 
 namespace {
 DigitMaker::Options sans(int first = 0)
@@ -50,9 +43,8 @@ class TestDigitMaker : public QObject
 private slots:
     void namesOfARun_data()
     {
-        QTest::addColumn<int>("first");
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QStringList>("expected"); // first, digit 9, minus, point, colon; empty: refused
+        // expected: first, digit 9, minus, point, colon; empty: refused
+        addColumns<int, QString, QStringList>("first", "name", "expected");
         QTest::newRow("from 0") << 0 << "digit"
                                 << QStringList{"0000_digit0.png", "0009_digit9.png", "0010_digitminus.png",
                                                "0011_digitpoint.png", "0012_digitcolon.png"};
@@ -73,8 +65,7 @@ private slots:
         o.name = name;
         const DigitMaker::Run r = DigitMaker::render(o);
         if (expected.isEmpty()) {
-            QVERIFY(!r.ok());
-            QVERIFY(!r.error.isEmpty());
+            QVERIFY(!r.ok() && !r.error.isEmpty());
             return;
         }
         QVERIFY2(r.ok(), qPrintable(r.error));
@@ -131,9 +122,8 @@ private slots:
 
     void cutStrip_data()
     {
-        QTest::addColumn<QSize>("stripSize");
-        QTest::addColumn<int>("cells");
-        QTest::addColumn<QSize>("cell"); // invalid: refused
+        // an invalid cell: refused
+        addColumns<QSize, int, QSize>("stripSize", "cells", "cell");
         QTest::newRow("ten across") << QSize(30, 8) << 10 << QSize(3, 8);
         QTest::newRow("ten down") << QSize(5, 40) << 10 << QSize(5, 4);
         QTest::newRow("thirteen across") << QSize(39, 7) << 13 << QSize(3, 7);
@@ -171,9 +161,7 @@ private slots:
 
     void colours_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<bool>("ok");
-        QTest::addColumn<uint>("rgb");
+        addColumns<QString, bool, uint>("text", "ok", "rgb");
         QTest::newRow("0x") << "0x12AB34" << true << 0xFF12AB34u;
         QTest::newRow("#, lower case") << "#ff0001" << true << 0xFFFF0001u;
         QTest::newRow("five digits") << "0x12AB3" << false << 0u;

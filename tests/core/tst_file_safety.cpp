@@ -1,49 +1,26 @@
-// Work is never lost and bad input never stops a build: page files read the
-// same way everywhere, a build rewrites nothing but group fields, the image
-// is replaced only when complete, history compares contents, and files that
-// are not files, far too large, or pictures that declare a huge size are
-// refused with a message that names them.
+// Work is never lost and bad input never stops a build: what is not a file,
+// is far too large or declares a huge picture is refused by name.
 
+#include "CoreTestSupport.h"
 #include "build/MakeBin.h"
 #include "project/AppPaths.h"
 #include "project/MediaFiles.h"
 #include "project/PageFile.h"
 #include "project/PageHistory.h"
-#include "project/PageList.h"
 #include "project/SealedFile.h"
 #include "project/TextFiles.h"
 #include "widgets/LineGrammar.h"
 #include "widgets/WidgetKinds.h"
 
-#include <QBuffer>
-#include <QDir>
 #include <QImage>
-#include <QProcess>
-#include <QSaveFile>
-#include <QTextCodec>
-#include <QTemporaryDir>
-#include <QtTest>
 
 #include <sys/stat.h>
 
-using namespace vantile;
+using namespace core;
 
 namespace {
 
 const QDateTime kTime(QDate(2026, 3, 4), QTime(5, 6, 7));
-
-void writeFile(const QString &path, const QByteArray &bytes)
-{
-    QFile f(path);
-    QVERIFY2(f.open(QIODevice::WriteOnly), qPrintable(path));
-    f.write(bytes);
-}
-
-QByteArray readAll(const QString &path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
 
 // A PNG whose header declares w x h pixels (the data behind it is a 1x1 image).
 QByteArray pngDeclaring(quint32 w, quint32 h)
@@ -73,14 +50,14 @@ class TestFileSafety : public QObject
     QTemporaryDir *m_dir = nullptr;
 
     QString root() const { return m_dir->path() + QLatin1Char('/'); }
-    QString cfg(int row) const { return root() + QStringLiteral("Plugin/Page") + PageList::pageId(row) + ".cfg"; }
+    QString cfg(int row) const { return root() + "Plugin/Page" + PageList::pageId(row) + ".cfg"; }
 
     // A project of one page on a 400 x 300 panel: page list, settings, page 0.
     QString makeProject(const QByteArray &page0, const QString &listLine = PageList::blankLine(0),
                         const QByteArray &extraIni = QByteArray())
     {
-        QDir(root()).mkpath(QStringLiteral("Plugin"));
-        QDir(root()).mkpath(QStringLiteral("Picture"));
+        for (const char *d : {"Plugin", "Picture"})
+            QDir(root()).mkpath(QLatin1String(d));
         writeFile(root() + "p.uiprj", TextFiles::encodePlain({listLine}));
         writeFile(root() + "p.ini", "[INFO]\nSupplierVer: V3.20\nXSIZE: 400\nYSIZE: 300\n" + extraIni);
         if (!page0.isNull())
@@ -107,9 +84,7 @@ private slots:
 
     void setFieldTouchesOneField_data()
     {
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<int>("pos");
-        QTest::addColumn<QString>("expected");
+        addColumns<QString, int, QString>("line", "pos", "expected");
         QTest::newRow("middle") << "b_0:1,2,3;" << 1 << "b_0:1,X,3;";
         QTest::newRow("last, text after ; kept") << "b_0:1,2,3; tail" << 2 << "b_0:1,2,X; tail";
         QTest::newRow("empty field") << "b_0:1,,3;" << 1 << "b_0:1,X,3;";
@@ -123,17 +98,15 @@ private slots:
     {
         QFETCH(QString, line);
         QFETCH(int, pos);
-        QFETCH(QString, expected);
-        QCOMPARE(LineGrammar::setField(line, pos, QStringLiteral("X"), [](int i) { return QStringLiteral("d%1").arg(i); }),
-                 expected);
+        QTEST(LineGrammar::setField(line, pos, QStringLiteral("X"), [](int i) { return QStringLiteral("d%1").arg(i); }),
+              "expected");
     }
 
     // A device, a pipe, a link to a device and a file above the limit are
     // refused at once, with the file's name, and never block or fill memory.
     void nonFilesAndHugeFilesAreRefused_data()
     {
-        QTest::addColumn<QString>("what");
-        QTest::addColumn<int>("status");
+        addColumns<QString, int>("what", "status");
         QTest::newRow("link to /dev/zero") << "link" << int(TextFiles::ReadStatus::NotRegular);
         QTest::newRow("named pipe") << "fifo" << int(TextFiles::ReadStatus::NotRegular);
         QTest::newRow("65 MB page") << "large" << int(TextFiles::ReadStatus::TooLarge);
@@ -143,7 +116,6 @@ private slots:
     void nonFilesAndHugeFilesAreRefused()
     {
         QFETCH(QString, what);
-        QFETCH(int, status);
         QDir(root()).mkpath(QStringLiteral("Plugin"));
         const QString path = cfg(0);
         if (what == "link")
@@ -154,18 +126,15 @@ private slots:
             QVERIFY(QDir().mkpath(path));
         else if (what == "large") {
             QFile f(path);
-            QVERIFY(f.open(QIODevice::WriteOnly));
-            QVERIFY(f.resize(TextFiles::kMaxTextFileSize + 1)); // sparse: no disk used
+            QVERIFY(f.open(QIODevice::WriteOnly) && f.resize(TextFiles::kMaxTextFileSize + 1)); // sparse: no disk used
         }
         QByteArray bytes;
         FileError error;
-        QCOMPARE(int(TextFiles::readFile(path, &bytes, &error)), status);
+        QTEST(int(TextFiles::readFile(path, &bytes, &error)), "status");
         QCOMPARE(error.path, path);
-        QVERIFY(!error.reason.isEmpty());
-        QVERIFY(bytes.isEmpty());
+        QVERIFY(!error.reason.isEmpty() && bytes.isEmpty());
         const PageFile::Read page = PageFile::read(path, SealedFile::kBuiltInKey);
-        QVERIFY(!page.ok);
-        QVERIFY(page.lines.isEmpty());
+        QVERIFY(!page.ok && page.lines.isEmpty());
         QCOMPARE(SealedFile::classify(path, 0x12345678u), SealedFile::Plain);
     }
 
@@ -208,8 +177,7 @@ private slots:
     // auto-save writes no step.
     void historyComparesContents_data()
     {
-        QTest::addColumn<quint32>("key");
-        QTest::addColumn<bool>("gbk");
+        addColumns<quint32, bool>("key", "gbk");
         QTest::newRow("plain with mark") << SealedFile::kBuiltInKey << false;
         QTest::newRow("sealed") << 0x11223344u << false;
         QTest::newRow("GBK") << SealedFile::kBuiltInKey << true;
@@ -228,11 +196,9 @@ private slots:
             QVERIFY(SealedFile::writeLines(cfg(0), lines, key));
         PageHistory h;
         h.reset(root(), key);
-        QVERIFY(h.sameContent(cfg(0), lines));
-        QVERIFY(!h.sameContent(cfg(0), {lines[0]}));
+        QVERIFY(h.sameContent(cfg(0), lines) && !h.sameContent(cfg(0), {lines[0]}));
         // two steps of unchanged lines: the second finds the first equal
-        QVERIFY(h.takeStep(0, lines).ok());
-        QVERIFY(h.takeStep(0, lines).ok());
+        QVERIFY(h.takeStep(0, lines).ok() && h.takeStep(0, lines).ok());
         QCOMPARE(h.step(0), 1);
         QVERIFY(!QFile::exists(h.stepPath(0, 2)));
     }
@@ -259,14 +225,11 @@ private slots:
         QDir(root()).mkpath(QStringLiteral("Plugin"));
         PageHistory h;
         h.reset(root(), SealedFile::kBuiltInKey);
-        QVERIFY(QDir().mkpath(h.backupFile()));
-        QVERIFY(QDir().mkpath(h.stepPath(0, 1)));
+        QVERIFY(QDir().mkpath(h.backupFile()) && QDir().mkpath(h.stepPath(0, 1)));
         const PageHistory::StepResult r = h.takeStep(0, {QStringLiteral("button_0:1,2,3,4;")});
-        QVERIFY(!r.stepWritten);
-        QVERIFY(!r.backupWritten);
+        QVERIFY(!r.stepWritten && !r.backupWritten);
         QCOMPARE(r.error.path, h.stepPath(0, 1));
-        QVERIFY(!r.error.reason.isEmpty());
-        QVERIFY(r.error.detail().startsWith(h.stepPath(0, 1) + '\n'));
+        QVERIFY(!r.error.reason.isEmpty() && r.error.detail().startsWith(h.stepPath(0, 1) + '\n'));
     }
 
     // A build killed while the image is written leaves the image of the last
@@ -345,8 +308,7 @@ private slots:
         QVERIFY(MediaFiles::readPicture(root() + "Picture/0000_big.png", QSize(400, 300), &error).isNull());
         QVERIFY2(error.contains(QStringLiteral("16384 x 16384")), qPrintable(error));
         const BuildResult r = build();
-        QVERIFY(r.imageWritten);
-        QVERIFY(r.imageSize < 0x40000);
+        QVERIFY(r.imageWritten && r.imageSize < 0x40000);
         QVERIFY(r.errorText.contains(QStringLiteral("Picture/0000_big.png")));
         QVERIFY(r.log.join('\n').contains(QStringLiteral("more than 8192 on a side")));
     }
@@ -354,8 +316,7 @@ private slots:
     // Names of media and backgrounds never lead out of their folder.
     void backgroundNamesStayInTheirFolder_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<bool>("plain");
+        addColumns<QString, bool>("name", "plain");
         QTest::newRow("up and out") << "../../../../dev/zero" << false;
         QTest::newRow("absolute") << "/etc/passwd" << false;
         QTest::newRow("backslash") << "..\\x.png" << false;
@@ -376,17 +337,14 @@ private slots:
             return;
         makeProject(QByteArray(), QStringLiteral("Page0000:%1;x;RGBColor(0,0,0);").arg(name));
         const BuildResult r = build();
-        QVERIFY(r.imageWritten);
-        QVERIFY(r.log.join('\n').contains(QStringLiteral("leaves the Picture folder")));
+        QVERIFY(r.imageWritten && r.log.join('\n').contains(QStringLiteral("leaves the Picture folder")));
     }
 
     // The headless build on a page file that is a named pipe, and on a page
     // list above the size limit: a message and a clean exit, never a hang.
     void headlessBuildExitsCleanly_data()
     {
-        QTest::addColumn<QString>("what");
-        QTest::addColumn<int>("exitCode");
-        QTest::addColumn<QString>("said");
+        addColumns<QString, int, QString>("what", "exitCode", "said");
         QTest::newRow("pipe as page, strict") << "fifo" << int(BuildExit::Strict) << "Page0000.cfg (Not a regular file)";
         QTest::newRow("huge page list") << "list" << int(BuildExit::CannotOpen) << "File too large";
     }
@@ -400,8 +358,7 @@ private slots:
             QCOMPARE(::mkfifo(QFile::encodeName(cfg(0)).constData(), 0600), 0);
         } else {
             QFile f(root() + "p.uiprj");
-            QVERIFY(f.open(QIODevice::ReadWrite));
-            QVERIFY(f.resize(TextFiles::kMaxTextFileSize + 10));
+            QVERIFY(f.open(QIODevice::ReadWrite) && f.resize(TextFiles::kMaxTextFileSize + 10));
         }
         QProcess p;
         p.start(QStringLiteral(VANTILE_BUILD_TOOL), {root() + "p.uiprj", "--strict"});

@@ -2,50 +2,13 @@
 // filler and checksum), the flash limit, the OTA block tail rule, Addr_Info.txt
 // and the chunked CRC and stamp. Expected bytes are worked out by hand.
 
-#include "build/FlashLayout.h"
+#include "CoreTestSupport.h"
 #include "build/MakeBin.h"
 #include "build/OtaPlacement.h"
-#include "project/ProjectSettings.h"
 
-#include <QFile>
-#include <QTemporaryDir>
-#include <QtTest>
-
-using namespace vantile;
+using namespace core;
 
 namespace {
-
-// Bit by bit, without a table: reflected 0xEDB88320, start 0, no complement.
-quint32 slowCrc(const QByteArray &data)
-{
-    quint32 crc = 0;
-    for (char ch : data) {
-        crc ^= quint8(ch);
-        for (int k = 0; k < 8; ++k)
-            crc = (crc >> 1) ^ ((crc & 1u) ? 0xEDB88320u : 0u);
-    }
-    return crc;
-}
-
-quint32 le32(const QByteArray &b, int at)
-{
-    return quint32(quint8(b[at])) | quint32(quint8(b[at + 1])) << 8 | quint32(quint8(b[at + 2])) << 16
-           | quint32(quint8(b[at + 3])) << 24;
-}
-
-QByteArray hex(const char *spaced) { return QByteArray::fromHex(spaced); } // blanks are skipped
-
-QByteArray readAll(const QString &path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
-
-bool writeFile(const QString &path, const QByteArray &bytes)
-{
-    QFile f(path);
-    return f.open(QIODevice::WriteOnly | QIODevice::Truncate) && f.write(bytes) == bytes.size();
-}
 
 // Settings for the field-by-field check of the block, one line for each group
 // of bytes there; what is not set keeps its default (the supplier key and
@@ -188,7 +151,7 @@ private slots:
 
     void blockTailRule()
     {
-        // Unit 0x20000; the pad is what lies between the block's end and the next start.
+        // Unit 0x20000, flash 16 MB; the pad is what lies between the block's end and the next start.
         const struct {
             const char *what;
             qint64 end;
@@ -199,15 +162,21 @@ private slots:
             // 0x203E8 + 64 KB = 0x303E8 -> 0x40000
             {"first build", 0x203E8, "64", "", "", true, false, 0x40000},
             {"exactly at the end", 0x40000, "64", "64", "262144", true, true, 0x40000},
+            {"previous end written in hex", 0x203E8, "64", "64", "0x40000", true, true, 0x40000},
             // round(0x40001 + 0x10000) = 0x60000
             {"one byte beyond", 0x40001, "64", "64", "262144", true, false, 0x60000},
             // recomputed even though the block fits: 0x201F4 + 32 KB -> 0x40000
             {"reserve changed", 0x201F4, "32", "64", "393216", true, false, 0x40000},
             {"block before moved", 0x201F4, "64", "64", "393216", false, false, 0x40000},
             {"no reserve: rounded up", 0x40000, "", "", "", true, false, 0x40000},
+            // 0x20000 + 20000 MB is far beyond 16 MB: the reserve is not used, round(0x20001) = 0x40000
+            {"reserve beyond the flash", 0x20001, "20480000", "20480000", "", true, false, 0x40000},
+            // a previous end of 3 GB would pad beyond the flash: round(0x20001 + 64 KB) = 0x40000
+            {"previous end beyond the flash", 0x20001, "64", "64", "3221225472", true, false, 0x40000},
         };
         for (const auto &k : cases) {
-            const TailOutcome t = blockTail(k.end, k.reserve, k.previousReserve, k.previousEnd, k.beforeKept, 0x20000);
+            const TailOutcome t =
+                blockTail(k.end, k.reserve, k.previousReserve, k.previousEnd, k.beforeKept, 0x20000, 0x1000000);
             const QString got =
                 QString("%1: kept %2, next %3, pad %4").arg(k.what).arg(t.kept).arg(t.endAddress).arg(t.pad);
             QVERIFY2(t.kept == k.kept && t.endAddress == k.next && t.pad == k.next - k.end, qPrintable(got));
@@ -263,19 +232,17 @@ private slots:
         QByteArray data;
         for (int i = 0; i < 1009; ++i)
             data.append(char((i * 131 + 7) & 0xFF));
-        QVERIFY(writeFile(from, data));
+        writeFile(from, data);
         // Chunks of 7 bytes put the stamp at 0x174..0x17F across several.
         for (qint64 chunk : {qint64(1), qint64(7), qint64(0x175), qint64(Flash::kChunkSize)}) {
             bool ok = false;
             QCOMPARE(FlashFile::crc(from, chunk, &ok), slowCrc(data));
-            QVERIFY(ok);
-            QVERIFY(FlashFile::stampCopy(from, to, 0x00010180u, 0xDEADBEEFu, chunk));
+            QVERIFY(ok && FlashFile::stampCopy(from, to, 0x00010180u, 0xDEADBEEFu, chunk));
             QCOMPARE(readAll(to), data.left(0x174) + hex("80010100 EFBEADDE 10415221") + data.mid(0x180));
         }
         bool ok = true;
         FlashFile::crc(dir.filePath("missing.tmp"), 2, &ok);
-        QVERIFY(!ok);
-        QVERIFY(!FlashFile::stampCopy(dir.filePath("missing.tmp"), dir.filePath("b.bin"), 1, 2));
+        QVERIFY(!ok && !FlashFile::stampCopy(dir.filePath("missing.tmp"), dir.filePath("b.bin"), 1, 2));
         QVERIFY(!QFile::exists(dir.filePath("b.bin")));
     }
 };

@@ -2,27 +2,19 @@
 // font scan's rules, the Font_all.bin and Wav_all.bin tables (address 4, size
 // 4, little-endian, the data behind the table), bad files, and a build.
 
+#include "CoreTestSupport.h"
 #include "build/FontBlock.h"
 #include "build/FontFile.h"
 #include "build/MakeBin.h"
-#include "project/ProjectSettings.h"
 #include "project/TextFiles.h"
-#include "widgets/WidgetLine.h"
-
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-#include <QtTest>
 
 #ifdef Q_OS_UNIX
 #include <sys/stat.h>
 #endif
 
-using namespace vantile;
+using namespace core;
 
 namespace {
-
-QByteArray hex(const char *spaced) { return QByteArray::fromHex(spaced); } // blanks are skipped
 
 // A font file by hand: tag, width, height, first and last code (low byte
 // first), depth, 95 width-table bytes (all 0, or `asciiA` for 'A'), records.
@@ -45,38 +37,20 @@ FontFile::Header header(const char *tag, int w, int h, int first, int last, int 
     return r;
 }
 
-bool writeFile(const QString &path, const QByteArray &bytes)
-{
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    QFile f(path);
-    return f.open(QIODevice::WriteOnly | QIODevice::Truncate) && f.write(bytes) == bytes.size();
-}
-
-QByteArray readAll(const QString &path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
-
-struct Project {
-    QTemporaryDir dir;
-    BuildContext ctx;
-    BlockDirectory directory;
+struct Project : BuildDir {
     QStringList notices;
 
     Project()
+        : BuildDir(QStringList())
     {
-        ctx.projectDir = dir.path() + QLatin1Char('/');
-        ctx.directory = &directory;
         ctx.notifier = [this](const QString &t, const QString &m) { notices << t + QLatin1Char('|') + m; };
     }
-    void put(const QString &relative, const QByteArray &bytes) { QVERIFY(writeFile(ctx.path(relative), bytes)); }
     // The Font block with these ids marked used; returns Font_all.bin.
     QByteArray buildFonts(qint64 start, const QByteArray &used)
     {
         ctx.runningAddress = start;
         FontBlock::buildFonts(ctx, [used](BuildContext &, int) { return used; });
-        return readAll(ctx.blockPath(Block::Font));
+        return block(Block::Font);
     }
 };
 
@@ -106,8 +80,7 @@ private slots:
         // "GK", 16 x 24, codes 0x8140..0xFEFE, 2 bits, 'A' 9 wide.
         const QByteArray bytes = hex("474B 10 18 4081 FEFE 01") + QByteArray(33, '\0') + char(9) + QByteArray(61, '\0');
         FontFile::Header h;
-        QVERIFY(!FontFile::Header::parse(bytes.left(103), &h));
-        QVERIFY(FontFile::Header::parse(bytes, &h));
+        QVERIFY(!FontFile::Header::parse(bytes.left(103), &h) && FontFile::Header::parse(bytes, &h));
         QCOMPARE(QVector<int>({h.width, h.height, h.firstCode, h.lastCode, h.depth, h.widths[33]}),
                  QVector<int>({16, 24, 0x8140, 0xFEFE, 1, 9}));
         // ceil(16 x 2 / 8) = 4 bytes a row, 96 a record; 0xFEFE - 0x8140 + 1 = 32191 records.
@@ -216,8 +189,7 @@ private slots:
 
         // No font file: the address is set, the count 0, no file, the address stays.
         QDir(p.ctx.path("FontBin")).removeRecursively();
-        QVERIFY(p.buildFonts(0x30000, hex("01")).isEmpty());
-        QVERIFY(!QFile::exists(p.ctx.blockPath(Block::Font)));
+        QVERIFY(p.buildFonts(0x30000, hex("01")).isEmpty() && !QFile::exists(p.ctx.blockPath(Block::Font)));
         QCOMPARE(QVector<qint64>({p.directory.value(BlockDirectory::FontAddress), p.directory.value(BlockDirectory::FontCount),
                                   p.ctx.runningAddress}), QVector<qint64>({0x30000, 0, 0x30000}));
     }
@@ -260,7 +232,7 @@ private slots:
         p.ctx.runningAddress = 0x40001;
         FontBlock::buildWavs(p.ctx);
         // Three entries at 0x40001, data from 0x40019: 0 -> 3 bytes, 1 -> 0x4001C, 0; 2 -> 0x4001C, 2.
-        QCOMPARE(readAll(p.ctx.blockPath(Block::Wav)),
+        QCOMPARE(p.block(Block::Wav),
                  hex("19000400 03000000 1C000400 00000000 1C000400 02000000") + "abcde");
         QCOMPARE(QVector<qint64>({p.directory.value(BlockDirectory::WavAddress), p.directory.value(BlockDirectory::WavCount),
                                   p.ctx.runningAddress}), QVector<qint64>({0x40001, 3, 0x40001 + 24 + 5}));
@@ -275,17 +247,15 @@ private slots:
         QTemporaryDir dir;
         const QString root = dir.path() + "/";
         ProjectSettings s;
-        s.xsize = "800";
-        s.ysize = "480";
-        s.flashSize = 0;
+        s.xsize = "800", s.ysize = "480", s.flashSize = 0;
         const QByteArray f2 = font("AS", 1, 1, 0x41, 0x42, 0, hex("80 00"));
-        QVERIFY(writeFile(root + "p.uiprj", "\xEF\xBB\xBFPage0000:RGBColor(0,0,0);A;RGBColor(0,0,0);\n"));
-        QVERIFY(writeFile(root + "p.ini", s.toIni()));
-        QVERIFY(writeFile(root + "Plugin/Page0000.cfg",
-                          TextFiles::encodePlain({label.arg("label_0").arg(2), label.arg("label_1").arg(7)})));
-        QVERIFY(writeFile(root + "FontBin/00_Font24.bin", font("GK", 24, 24, 0x41, 0x41, 0, QByteArray(72, '\0'))));
-        QVERIFY(writeFile(root + "FontBin/02_Font.bin", f2));
-        QVERIFY(writeFile(root + "WavBin/0000_Wav.bin", "abc"));
+        writeFile(root + "p.uiprj", "\xEF\xBB\xBFPage0000:RGBColor(0,0,0);A;RGBColor(0,0,0);\n");
+        writeFile(root + "p.ini", s.toIni());
+        writeFile(root + "Plugin/Page0000.cfg",
+                  TextFiles::encodePlain({label.arg("label_0").arg(2), label.arg("label_1").arg(7)}));
+        writeFile(root + "FontBin/00_Font24.bin", font("GK", 24, 24, 0x41, 0x41, 0, QByteArray(72, '\0')));
+        writeFile(root + "FontBin/02_Font.bin", f2);
+        writeFile(root + "WavBin/0000_Wav.bin", "abc");
         MakeBin driver; // the Font and Wav blocks and the font scan
         driver.setBuilder(std::make_unique<FontBlockBuilder>());
         driver.setBuilder(std::make_unique<WavBlockBuilder>());

@@ -1,7 +1,7 @@
-// Our font maker: the character of each code in each encoding, a font made
-// from an installed family read back glyph for glyph against the system's
-// own drawing, refused options, and the command line.
+// Our font maker: the character of each code in each encoding, a font read
+// back glyph for glyph against the system's own drawing, and the command line.
 
+#include "CoreTestSupport.h"
 #include "build/FontFile.h"
 #include "build/FontMaker.h"
 
@@ -9,11 +9,8 @@
 #include <QFontMetrics>
 #include <QImage>
 #include <QPainter>
-#include <QProcess>
-#include <QTemporaryDir>
-#include <QtTest>
 
-using namespace vantile;
+using namespace core;
 
 class TestFontMaker : public QObject
 {
@@ -22,9 +19,7 @@ class TestFontMaker : public QObject
 private slots:
     void characterOfACode_data()
     {
-        QTest::addColumn<int>("code");
-        QTest::addColumn<int>("encoding");
-        QTest::addColumn<QString>("character");
+        addColumns<int, int, QString>("code", "encoding", "character");
         QTest::newRow("GB2312 D6D0") << 0xD6D0 << 0 << QStringLiteral("中");
         QTest::newRow("GBK only 8140") << 0x8140 << 1 << QStringLiteral("丂");
         QTest::newRow("not in GB2312") << 0x8140 << 0 << QString();
@@ -40,8 +35,7 @@ private slots:
     {
         QFETCH(int, code);
         QFETCH(int, encoding);
-        QFETCH(QString, character);
-        QCOMPARE(FontMaker::characterOf(code, encoding), character);
+        QTEST(FontMaker::characterOf(code, encoding), "character");
     }
 
     // The glyphs read back from the file are the pixels the system drew:
@@ -99,11 +93,7 @@ private slots:
 
     void refusedOptions_data()
     {
-        QTest::addColumn<QString>("encoding");
-        QTest::addColumn<int>("bits");
-        QTest::addColumn<int>("size");
-        QTest::addColumn<int>("first");
-        QTest::addColumn<int>("last");
+        addColumns<QString, int, int, int, int>("encoding", "bits", "size", "first", "last");
         QTest::newRow("encoding") << "EBCDIC" << 1 << 24 << 0x20 << 0x7E;
         QTest::newRow("depth 3") << "ASCII" << 3 << 24 << 0x20 << 0x7E;
         QTest::newRow("size 256") << "ASCII" << 1 << 256 << 0x20 << 0x7E;
@@ -125,14 +115,13 @@ private slots:
         QFETCH(int, last);
         o.lastCode = last;
         QString error;
-        QVERIFY(FontMaker::make(o, &error).isEmpty());
-        QVERIFY(!error.isEmpty());
+        QVERIFY(FontMaker::make(o, &error).isEmpty() && !error.isEmpty());
     }
 
     void commandLine()
     {
         QTemporaryDir dir;
-        const QString out = dir.path() + QStringLiteral("/f.bin");
+        const QString out = dir.path() + "/f.bin";
         QProcess p;
         p.start(QStringLiteral(VANTILE_GLYPHFORGE), {"--family", "DejaVu Sans", "--size", "24", "--encoding", "ASCII",
                                                       "--range", "0x20-0x7E", "--out", out});

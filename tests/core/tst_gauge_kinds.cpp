@@ -1,25 +1,14 @@
-// The bar and gauge kinds: records worked out by hand on an unrotated page
-// and at 90 degrees, the slider's direction turning with the panel, what
-// each record leaves in the variable image and its limit messages, lines
-// read and written back, and what a drop gives.
+// The bar and gauge kinds: records worked out by hand, what they leave in
+// the variable image, their lines, and what a drop gives.
 
-#include "widgets/EditBuffer.h"
+#include "CoreTestSupport.h"
 #include "widgets/GaugeKinds.h"
-#include "widgets/KindRegistry.h"
-#include "widgets/Records.h"
-#include "widgets/VariableImage.h"
-#include "widgets/WidgetLine.h"
 #include "widgets/WriteAddress.h"
 
-#include <QtTest>
-
-using namespace vantile;
+using namespace core;
 
 namespace {
 
-QByteArray hex(const char *spaced) { return QByteArray::fromHex(spaced); } // blanks are skipped
-
-// Touch area 105,55 190 x 30; bar at 110,60; icons 5 (bar), 6 (knob), 4 (background).
 const char *const kSlider = "slider_2:100,50,200,40,105,55,190,30,0x0123,0,100,30,110,60,0005_bar.png,0006_knob.png,"
                             "0004_bg.png,L_to_R,vol,Enable,0xFFFF,1;";
 const char *const kProgress = "progress_0:0x0200,0x0300,20,30,150,20,22,32,0,1000,250,D_to_U,0008_fill.png,"
@@ -32,38 +21,18 @@ const char *const kNeedle = "needle_3:0x0500,0x0030,100,80,200,160,0030_dial.png
                             "0031_hub.png,PNGdrawing,20,96,0xFF0000,24,0x0000FF,0032_hand.png,Enable,0x0040,-1.5,"
                             "int,90,130,0040_n0.png,0049_n9.png,Middle,Enable,3,2,gauge,0xFFFF,1;";
 
-// A page picture of 800 x 480 on a panel of 1024 x 600: at 90 degrees the
-// page's rectangles turn with PW 480, the needle's pivot with PW 600.
-struct Build {
-    VariableImage image;
-    FontTable fonts;
-    QString errors;
-    RecordContext ctx;
+// A page picture of 800 x 480 on a panel of 1024 x 600 with two fonts: at
+// 90 degrees the page's rectangles turn with PW 480, the needle's pivot
+// with PW 600.
+struct Build : RecordBuild {
     explicit Build(bool master = false)
-        : image(master)
+        : RecordBuild(master)
     {
         fonts.count = 2;
-        ctx.pagePicture = QSize(800, 480);
-        ctx.vicePicture = QSize(400, 300);
         ctx.panel = QSize(1024, 600);
-        ctx.variables = &image;
         ctx.fonts = &fonts;
-        ctx.errorText = &errors;
-    }
-    QByteArray write(const QString &line)
-    {
-        QByteArray out("\xAA", 1);
-        const int n = KindRegistry::writeRecord(out, line, ctx);
-        return n == out.size() - 1 ? out.mid(1) : QByteArray("<count>");
     }
 };
-
-QString withField(QString line, int pos, const QString &text)
-{
-    QStringList fields = line.section(':', 1).chopped(1).split(',');
-    fields[pos] = text;
-    return line.section(':', 0, 0) + ':' + fields.join(',') + ';';
-}
 
 } // namespace
 
@@ -73,10 +42,7 @@ class TestGaugeKinds : public QObject
 private slots:
     void records_data()
     {
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<int>("rotation");
-        QTest::addColumn<bool>("vice");
-        QTest::addColumn<QByteArray>("bytes");
+        addColumns<QString, int, bool, QByteArray>("line", "rotation", "vice", "bytes");
         // type 4, report to host C0, 29 follow; X, Y; background 4; address; touch area
         // 105,55 to 294,84; knob 6; L_to_R; max 100, min 0; bar 110,60; bar icon 5
         QTest::newRow("slider") << kSlider << 0 << false
@@ -169,10 +135,7 @@ private slots:
 
     void sliderDirectionTurns_data()
     {
-        QTest::addColumn<QString>("word");
-        QTest::addColumn<int>("rotation");
-        QTest::addColumn<int>("sliderByte");
-        QTest::addColumn<int>("progressByte");
+        addColumns<QString, int, int, int>("word", "rotation", "sliderByte", "progressByte");
         // a clockwise quarter turn: right goes down, down goes left, left up, up right
         QTest::newRow("L_to_R 90") << "L_to_R" << 1 << 2 << 0;
         QTest::newRow("U_to_D 90") << "U_to_D" << 1 << 1 << 2;
@@ -190,13 +153,11 @@ private slots:
     {
         QFETCH(QString, word);
         QFETCH(int, rotation);
-        QFETCH(int, sliderByte);
-        QFETCH(int, progressByte);
         Build b;
         b.ctx.rotation = rotation;
-        QCOMPARE(int(quint8(b.write(withField(kSlider, 17, word)).at(21))), sliderByte);
+        QTEST(int(quint8(b.write(withField(kSlider, 17, word)).at(21))), "sliderByte");
         // the progress bar keeps its word's number whatever the rotation
-        QCOMPARE(int(quint8(b.write(withField(kProgress, 11, word)).at(13))), progressByte);
+        QTEST(int(quint8(b.write(withField(kProgress, 11, word)).at(13))), "progressByte");
     }
 
     // Parameter blocks (count byte, then the record from offset 5; rProgress
@@ -226,9 +187,7 @@ private slots:
 
     void needleNumber_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<int>("decimals");
-        QTest::addColumn<qint64>("value");
+        addColumns<QString, int, qint64>("text", "decimals", "value");
         QTest::newRow("one place short") << "1.5" << 3 << qint64(1500);
         QTest::newRow("no point") << "-2" << 1 << qint64(-20);
         QTest::newRow("more places than shown") << "1.25" << 1 << qint64(125);
@@ -239,15 +198,12 @@ private slots:
     {
         QFETCH(QString, text);
         QFETCH(int, decimals);
-        QFETCH(qint64, value);
-        QCOMPARE(GaugeKinds::needleNumber(text, decimals), value);
+        QTEST(GaugeKinds::needleNumber(text, decimals), "value");
     }
 
     void limits_data()
     {
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<bool>("master");
-        QTest::addColumn<QString>("errors");
+        addColumns<QString, bool, QString>("line", "master", "errors");
         const QString progressMsg = "load: Progress parameterAddr + datas are more than Max value\n";
         const QString needleMsg = "gauge: Needle parameterAddr + datas are more than Max value\n";
         // progress and needle test the address plus the record's length; what runs over
@@ -297,8 +253,7 @@ private slots:
 
     void lines_data()
     {
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<QString>("written");
+        addColumns<QString, QString>("line", "written");
         for (const char *l : {kSlider, kProgress, kRing, kDial, kNeedle})
             QTest::newRow(QByteArray(l).left(12)) << l << l;
         // an earlier, shorter line: every later field its default
@@ -349,9 +304,7 @@ private slots:
         QCOMPARE(rows.size(), 24);
         QCOMPARE(rows[2], TableRow("控制地址", "0x0010"));
         QCOMPARE(rows[23], TableRow("数字显示模式", "FontNum"));
-        QStringList cells;
-        for (const TableRow &row : rows)
-            cells << row.second;
+        QStringList cells = cellsOf(r, 1);
         cells[22] = "0015_x.png"; // a last picture before the first (20) is dropped
         cells[18] = "B-Right";
         QVERIFY(WidgetLine::applyEdit(r, cells, QSize(800, 480)));

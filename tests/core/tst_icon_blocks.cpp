@@ -5,35 +5,16 @@
 // height 2, length 3, format 1. Pictures are 1 x 1 unless told: red packs
 // as RGB565 00F8, green E007, blue 1F00; opaque white aRGB4444 FFFF.
 
-#include "build/BuildContext.h"
+#include "CoreTestSupport.h"
 #include "build/GifBlock.h"
 #include "build/IconBlock.h"
 #include "build/OrderedWork.h"
-#include "build/PageChecks.h"
-#include "project/PageList.h"
-#include "widgets/KindRegistry.h"
-#include "widgets/Records.h"
-
-#include <QDir>
-#include <QFile>
-#include <QImage>
-#include <QTemporaryDir>
-#include <QtTest>
-#include <QtEndian>
 
 #include <atomic>
 
-using namespace vantile;
+using namespace core;
 
 namespace {
-
-QByteArray hex(const char *spaced) { return QByteArray::fromHex(spaced); } // blanks are skipped
-
-QByteArray readAll(const QString &path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
 
 // A button that shows `picture` unpressed.
 QString button(int n, const QString &picture)
@@ -58,57 +39,28 @@ QByteArray gif(const QVector<QPair<int, int>> &frames)
     for (const auto &[a, b] : frames) {
         const int codes = 4 | (a << 3) | (b << 6) | (5 << 9);
         g += hex("21F9 04 00 0A00 00 00") + hex("2C 0000 0000 0200 0100 00") + hex("02 02");
-        g += char(codes & 0xFF);
-        g += char(codes >> 8);
-        g += char(0);
+        g.append(char(codes & 0xFF)).append(char(codes >> 8)).append('\0');
     }
     return g + char(0x3B);
 }
 
-struct Project {
-    QTemporaryDir dir;
-    BlockDirectory directory;
-    BuildContext ctx;
-
+// Chip 1 (or as given) on a 480 x 272 Nor panel (no row padding), one blank page.
+struct Project : BuildDir {
     explicit Project(int chip = 1, int languages = 1)
+        : BuildDir({"Plugin", "Icon", "Gif"})
     {
-        ctx.projectDir = dir.path() + QStringLiteral("/");
-        for (const char *folder : {"Plugin", "Icon", "Gif"})
-            QDir(dir.path()).mkpath(QLatin1String(folder));
-        ctx.settings.xsize = "480";
-        ctx.settings.ysize = "272";
-        ctx.settings.panelType = chip;
-        ctx.settings.flashTypeIndex = 1; // Nor: no row padding
-        ctx.settings.languageNum = QString::number(languages);
+        ctx.settings.xsize = "480", ctx.settings.ysize = "272", ctx.settings.languageNum = QString::number(languages);
+        ctx.settings.panelType = chip, ctx.settings.flashTypeIndex = 1;
         ctx.flags = BuildFlags::of(ctx.settings);
-        ctx.pageLines << PageList::blankLine(0);
-        ctx.pages << PageInfo::parse(ctx.pageLines.last());
-        ctx.directory = &directory;
-    }
-    void page(const QStringList &lines)
-    {
-        QFile f(ctx.projectDir + PageChecks::pageFile(0, ".cfg"));
-        QVERIFY(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        f.write((lines.join('\n') + '\n').toUtf8());
+        blankPages(1);
     }
     // A picture of one colour in Icon/ (or a folder under it).
-    void icon(const QString &relative, QRgb colour, int w = 1, int h = 1)
-    {
-        QDir(dir.path()).mkpath(QFileInfo(ctx.projectDir + relative).path());
-        QImage image(w, h, QImage::Format_ARGB32);
-        image.fill(colour);
-        QVERIFY(image.save(ctx.projectDir + relative, "PNG"));
-    }
-    void file(const QString &relative, const QByteArray &bytes)
-    {
-        QFile f(ctx.projectDir + relative);
-        QVERIFY(f.open(QIODevice::WriteOnly) && f.write(bytes) == bytes.size());
-    }
+    void icon(const QString &relative, QRgb colour, int w = 1, int h = 1) { solid(ctx.path(relative), {w, h}, colour); }
     QByteArray iconBlock(qint64 start)
     {
         ctx.runningAddress = start;
         IconBlockBuilder().build(ctx);
-        return readAll(ctx.blockPath(Block::Icon));
+        return block(Block::Icon);
     }
 };
 
@@ -125,10 +77,8 @@ class TestIconBlocks : public QObject
 private slots:
     void iconTables_data()
     {
-        QTest::addColumn<QStringList>("pictures");  // red in Icon/, blue in Icon/0001/
-        QTest::addColumn<int>("languages");
-        QTest::addColumn<QByteArray>("expected");   // the block from 0x1000
-        QTest::addColumn<bool>("languageScanned");
+        // pictures: red in Icon/, blue in Icon/0001/; expected: the block from 0x1000
+        addColumns<QStringList, int, QByteArray, bool>("pictures", "languages", "expected", "languageScanned");
 
         // Only 5 used: C1 = 6, entries 0-4 empty at the data address 0x1048.
         const QByteArray one = repeat(kEmpty1048, 5) + hex("48100000 0100 0100 020000 00") + hex("00F8");
@@ -160,13 +110,12 @@ private slots:
         for (const QString &pic : pictures)
             p.icon(pic, pic.contains("/0001/") ? qRgb(0, 0, 255) : qRgb(255, 0, 0));
         QFETCH(QByteArray, expected);
-        QFETCH(bool, languageScanned);
-        p.page({button(0, "0005_a.png")});
+        p.page(0, {button(0, "0005_a.png")});
         QCOMPARE(p.iconBlock(0x1000), expected);
         QCOMPARE(p.directory.value(BlockDirectory::IconAddress), 0x1000u);
         QCOMPARE(p.directory.value(BlockDirectory::IconCount), 6u);
         QCOMPARE(p.ctx.runningAddress, 0x1000 + expected.size());
-        QCOMPARE(!p.ctx.buildLog.filter("Scan Icon dir0001").isEmpty(), languageScanned);
+        QTEST(!p.ctx.buildLog.filter("Scan Icon dir0001").isEmpty(), "languageScanned");
         QVERIFY(p.ctx.errorText.isEmpty());
     }
 
@@ -194,7 +143,7 @@ private slots:
             QVERIFY(source.save(p.ctx.projectDir + name, "PNG"));
         p.ctx.runningAddress = 0x1000;
         IconBlock::build(p.ctx, hex("80 82 88")); // RGB565, aRGB4444, aRGB8565
-        const QByteArray block = readAll(p.ctx.blockPath(Block::Icon));
+        const QByteArray block = p.block(Block::Icon);
         const bool turned = rotation % 2 == 1;
         auto from = [&](int x, int y) {
             switch (rotation) {
@@ -232,8 +181,8 @@ private slots:
         // 3 has no file, 2 is no picture: both format 0xFF, 5 still stored.
         Project p;
         p.icon("Icon/0005_a.png", qRgb(255, 0, 0));
-        p.file("Icon/0002_bad.png", "this is no picture");
-        p.page({button(0, "0005_a.png"), button(1, "0003_x.png"), button(2, "0002_bad.png")});
+        p.put("Icon/0002_bad.png", "this is no picture");
+        p.page(0, {button(0, "0005_a.png"), button(1, "0003_x.png"), button(2, "0002_bad.png")});
         const char *bad = "48100000 0000 0000 000000 FF";
         QCOMPARE(p.iconBlock(0x1000), repeat(kEmpty1048, 2) + repeat(bad, 2) + hex(kEmpty1048)
                                           + hex("48100000 0100 0100 020000 00 00F8"));
@@ -253,15 +202,13 @@ private slots:
         modes[7] = char(0x81);
         p.ctx.runningAddress = 0x1000;
         IconBlock::build(p.ctx, modes);
-        const QByteArray block = readAll(p.ctx.blockPath(Block::Icon));
+        const QByteArray block = p.block(Block::Icon);
         QCOMPARE(block.mid(7 * 12), hex("60100000 0100 0100 020000 01 2108"));
     }
 
     void vc530Boundary_data()
     {
-        QTest::addColumn<qint64>("start");
-        QTest::addColumn<quint32>("tableAddress");
-        QTest::addColumn<QByteArray>("expected");
+        addColumns<qint64, quint32, QByteArray>("start", "tableAddress", "expected");
         const qint64 b = 0x7D80000;
         // Tables end 4 bytes short of it; the 8-byte icon moves onto it.
         QTest::newRow("icon moved") << b - 76 << quint32(b - 76)
@@ -276,19 +223,17 @@ private slots:
     {
         Project p(3);
         p.icon("Icon/0005_a.png", qRgb(255, 0, 0), 4, 1);
-        p.page({button(0, "0005_a.png")});
+        p.page(0, {button(0, "0005_a.png")});
         QFETCH(qint64, start);
-        QFETCH(quint32, tableAddress);
         QFETCH(QByteArray, expected);
         QCOMPARE(p.iconBlock(start), expected);
-        QCOMPARE(p.directory.value(BlockDirectory::IconAddress), tableAddress);
+        QTEST(p.directory.value(BlockDirectory::IconAddress), "tableAddress");
         QCOMPARE(p.ctx.runningAddress, start + expected.size());
     }
 
     void gifBlock_data()
     {
-        QTest::addColumn<qint64>("start");
-        QTest::addColumn<QByteArray>("expected");
+        addColumns<qint64, QByteArray>("start", "expected");
         // Gif 0 is broken (empty entry), gif 1 has three 2 x 1 frames. Odd
         // start 0x2001: 0xFF, table at 0x2002 (2 x 8), gif 1 at 0x2012 with
         // its 48-byte frame table, frames of 4 bytes from 0x2042.
@@ -310,11 +255,11 @@ private slots:
         QFETCH(qint64, start);
         QFETCH(QByteArray, expected);
         Project p;
-        p.file("Gif/0001_anim.gif", gif({{0, 1}, {2, 0}, {1, 2}}));
-        p.file("Gif/0000_bad.gif", "GIF89a but nothing after it");
+        p.put("Gif/0001_anim.gif", gif({{0, 1}, {2, 0}, {1, 2}}));
+        p.put("Gif/0000_bad.gif", "GIF89a but nothing after it");
         p.ctx.runningAddress = start;
         GifBlock::build(p.ctx, hex("80 80"));
-        QCOMPARE(readAll(p.ctx.blockPath(Block::Gif)), expected);
+        QCOMPARE(p.block(Block::Gif), expected);
         QCOMPARE(p.directory.value(BlockDirectory::GifAddress), quint32(start + (start & 1)));
         QCOMPARE(p.directory.value(BlockDirectory::GifCount), 2u);
         QCOMPARE(p.ctx.runningAddress, start + expected.size());
@@ -329,10 +274,10 @@ private slots:
         Project p;
         QByteArray g = gif({{0, 1}, {2, 0}, {1, 2}});
         g.chop(4); // the third frame's codes, its block end and the trailer
-        p.file("Gif/0000_cut.gif", g);
+        p.put("Gif/0000_cut.gif", g);
         p.ctx.runningAddress = 0x2000;
         GifBlock::build(p.ctx, hex("80"));
-        QCOMPARE(readAll(p.ctx.blockPath(Block::Gif)),
+        QCOMPARE(p.block(Block::Gif),
                  hex("08200000 02000000"
                      "28200000 0000 0000 0200 0100 040000 00"
                      "2C200000 0000 0000 0200 0100 040000 00"
@@ -347,10 +292,9 @@ private slots:
     {
         Project p;
         const int n = 40;
-        QStringList lines;
         for (int k = 0; k < n; ++k) {
             if (k == 27)
-                p.file("Icon/0027_bad.png", "not a picture");
+                p.put("Icon/0027_bad.png", "not a picture");
             else if (k != 13)
                 p.icon(QStringLiteral("Icon/%1_i.png").arg(k, 4, 10, QLatin1Char('0')), qRgb(8 * (k % 32), 0, 8 * (k / 32)));
         }
@@ -362,19 +306,16 @@ private slots:
             if (k == 13 || k == 27) {
                 entry[11] = char(0xFF);
             } else {
-                qToLittleEndian<quint16>(1, entry.data() + 4);
-                qToLittleEndian<quint16>(1, entry.data() + 6);
-                entry[8] = 2;
+                entry.replace(4, 5, hex("0100 0100 02")); // 1 x 1, 2 bytes
                 const quint16 word = quint16((k % 32) << 11 | (k / 32));
-                expectedData += char(word & 0xFF);
-                expectedData += char(word >> 8);
+                expectedData.append(char(word & 0xFF)).append(char(word >> 8));
                 address += 2;
             }
             expectedTable += entry;
         }
         p.ctx.runningAddress = 0x1000;
         IconBlock::build(p.ctx, QByteArray(n, char(0x80)));
-        QCOMPARE(readAll(p.ctx.blockPath(Block::Icon)), expectedTable + expectedData);
+        QCOMPARE(p.block(Block::Icon), expectedTable + expectedData);
         QVERIFY(p.ctx.errorText.contains("The icon13does not exist!"));
         QVERIFY(p.ctx.errorText.contains("The icon cannot be opened: Icon/0027_bad.png"));
         const QStringList scanned = p.ctx.buildLog.filter("Scan icon:");
@@ -387,9 +328,8 @@ private slots:
     // of the one taken, and a stop ends the making.
     void orderedWork_data()
     {
-        QTest::addColumn<int>("workers");
-        QTest::addColumn<int>("window");
-        QTest::addColumn<int>("stopAt"); // -1: take all
+        // stopAt -1: take all
+        addColumns<int, int, int>("workers", "window", "stopAt");
         QTest::newRow("one worker") << 1 << 3 << -1;
         QTest::newRow("two workers") << 2 << 4 << -1;
         QTest::newRow("four workers, narrow window") << 4 << 4 << -1;
@@ -437,17 +377,14 @@ private slots:
         QCOMPARE(p.ctx.runningAddress, 0x3001);
         QCOMPARE(p.directory.value(BlockDirectory::GifCount), 0u);
         // Gif 4 alone and unused: 5 empty entries, no frames.
-        p.file("Gif/0004_a.gif", gif({{0, 0}}));
+        p.put("Gif/0004_a.gif", gif({{0, 0}}));
         GifBlock::build(p.ctx, QByteArray());
-        QCOMPARE(readAll(p.ctx.blockPath(Block::Gif)), hex("FF") + QByteArray(40, '\0'));
+        QCOMPARE(p.block(Block::Gif), hex("FF") + QByteArray(40, '\0'));
     }
 
     void needleFrames_data()
     {
-        QTest::addColumn<int>("angle");
-        QTest::addColumn<int>("rotation");
-        QTest::addColumn<QSize>("size");
-        QTest::addColumn<QPoint>("offset");
+        addColumns<int, int, QSize, QPoint>("angle", "rotation", "size", "offset");
         // A 2 x 4 needle drawn tip up over its pivot at angle 180.
         QTest::newRow("180: upright") << 180 << 0 << QSize(2, 4) << QPoint(-1, -4);
         QTest::newRow("0: tip down") << 0 << 0 << QSize(2, 4) << QPoint(-1, 0);
@@ -461,11 +398,10 @@ private slots:
         QImage n(2, 4, QImage::Format_ARGB32_Premultiplied);
         n.fill(Qt::white);
         QFETCH(QSize, size);
-        QFETCH(QPoint, offset);
         QPoint found;
         const QImage f = NeedleAnimation::frame(n, angle, rotation, &found);
         QCOMPARE(f.size(), size);
-        QCOMPARE(found, offset);
+        QTEST(found, "offset");
         QCOMPARE(qAlpha(f.pixel(0, 0)), 255); // an upright quarter turn stays sharp
     }
 
@@ -473,7 +409,7 @@ private slots:
     {
         Project p;
         p.icon("Icon/0000_n.png", qRgb(255, 255, 255), 2, 4);
-        p.page({needle(0, "PNGdrawing", "0000_n.png", 0, 90, 45), needle(1, "PNGdrawing", "0000_n.png", 0, 90, 45),
+        p.page(0, {needle(0, "PNGdrawing", "0000_n.png", 0, 90, 45), needle(1, "PNGdrawing", "0000_n.png", 0, 90, 45),
                 needle(2, "Animation", "0000_n.png", 0, 90, 90), needle(3, "2Ddrawing", "0000_n.png", 0, 90, 10)});
         int counted = 0;
         const QList<NeedleAnimation::Animation> plan = NeedleAnimation::plan(p.ctx, &counted);
@@ -499,7 +435,7 @@ private slots:
         // (2 x 4 opaque white) is 16 bytes of FF right behind 6 entries.
         p.ctx.runningAddress = 0x1000;
         IconBlock::build(p.ctx, QByteArray());
-        const QByteArray block = readAll(p.ctx.blockPath(Block::Icon));
+        const QByteArray block = p.block(Block::Icon);
         QCOMPARE(p.directory.value(BlockDirectory::IconCount), 6u);
         QCOMPARE(block.mid(12, 12), hex("48100000 0200 0400 100000 02"));
         QCOMPARE(block.mid(72, 16), QByteArray(16, char(0xFF)));

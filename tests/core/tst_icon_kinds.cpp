@@ -1,22 +1,13 @@
-// The picture kinds icon, bitIcon and gif: their records with bytes worked
-// out by hand (plain, turned by 90 degrees, on a Vice page), what they put
-// into the variable image, the limits at its end, and their lines.
+// The picture kinds icon, bitIcon and gif: records worked out by hand, what
+// they put into the variable image, the limits at its end, and their lines.
 
-#include "widgets/EditBuffer.h"
+#include "CoreTestSupport.h"
 #include "widgets/IconKinds.h"
-#include "widgets/KindRegistry.h"
-#include "widgets/Records.h"
-#include "widgets/VariableImage.h"
-#include "widgets/WidgetLine.h"
 #include "widgets/WriteAddress.h"
 
-#include <QtTest>
-
-using namespace vantile;
+using namespace core;
 
 namespace {
-
-QByteArray hex(const char *spaced) { return QByteArray::fromHex(spaced); } // blanks are skipped
 
 // Run 0005..0010 mapped to 100..105, shown first: 0007 (7 - 5 + 100 = 102).
 const char *const kIcon = "icon_2:0x0300,2,0x1000,2,100,50,40,30,0005_a.png,0010_b.png,RGB565,0007_x.png,100,105,"
@@ -28,33 +19,6 @@ const char *const kGif = "gif_1:0x0500,2,0x1002,2,200,100,64,48,10,100,1,5,0003_
 // The gif's 32 bytes of write pairs: 0x1100 = 1, 0x1101 = 2, six unused.
 const QByteArray kGifPairs = hex("0011 0100 0111 0200") + QByteArray(24, '\xFF');
 
-struct Build {
-    VariableImage image;
-    QString errors;
-    RecordContext ctx;
-    explicit Build(bool master = false) : image(master)
-    {
-        ctx.pagePicture = ctx.vicePicture = ctx.panel = QSize(800, 480);
-        ctx.variables = &image;
-        ctx.errorText = &errors;
-    }
-    QByteArray write(const QString &line, bool vice = false)
-    {
-        ctx.viceFlag = vice;
-        QByteArray out("\xAA", 1);
-        const int n = vice ? KindRegistry::writeViceRecord(out, line, ctx) : KindRegistry::writeRecord(out, line, ctx);
-        return n == out.size() - 1 ? out.mid(1) : QByteArray("<count>");
-    }
-};
-
-QStringList cellsOf(const EditBuffer &b)
-{
-    QStringList cells;
-    for (const TableRow &r : WidgetLine::tableRows(b, 0))
-        cells << r.second;
-    return cells;
-}
-
 } // namespace
 
 class TestIconKinds : public QObject
@@ -63,10 +27,7 @@ class TestIconKinds : public QObject
 private slots:
     void records_data()
     {
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<int>("rotation");
-        QTest::addColumn<bool>("vice");
-        QTest::addColumn<QByteArray>("bytes");
+        addColumns<QString, int, bool, QByteArray>("line", "rotation", "vice", "bytes");
         // type 3; parameters 0x0300; 16 with the overlap bit (90); address 0x1000; X 100, Y 50;
         // icons 5 and 10; 100 and 105; tail 9
         QTest::newRow("icon") << kIcon << 0 << false << hex("03 00 0003 90 0010 6400 3200 0500 0A00 6400 6900 0900");
@@ -98,9 +59,8 @@ private slots:
         QFETCH(int, rotation);
         QFETCH(bool, vice);
         QFETCH(QByteArray, bytes);
-        Build b;
-        b.ctx.rotation = rotation;
-        QCOMPARE(b.write(line, vice).toHex(' '), bytes.toHex(' '));
+        RecordBuild b(false, rotation);
+        QCOMPARE((vice ? b.writeVice(line) : b.write(line)).toHex(' '), bytes.toHex(' '));
         QCOMPARE(b.errors, QString());
     }
 
@@ -108,22 +68,21 @@ private slots:
     // after it, at 2 x parameterAddr.
     void variables()
     {
-        Build b;
+        RecordBuild b;
         b.write(kIcon);
-        QCOMPARE(b.image.bytes().mid(0x600, 16).toHex(' '), hex("90 0010 6400 3200 0500 0A00 6400 6900 00").toHex(' '));
+        QCOMPARE(b.at(0x600, 16).toHex(' '), hex("90 0010 6400 3200 0500 0A00 6400 6900 00").toHex(' '));
         b.write(kBitIcon);
-        QCOMPARE(b.image.bytes().mid(0x800, 14).toHex(' '), hex("0E 0110 0A00 1400 0F FFFF 0200 00 00").toHex(' '));
+        QCOMPARE(b.at(0x800, 14).toHex(' '), hex("0E 0110 0A00 1400 0F FFFF 0200 00 00").toHex(' '));
         b.write(kGif);
         const QByteArray block = hex("B7 0210 C800 6400 0701 9300 0300 01 05 0A00 6400 02 0B00") + kGifPairs + hex("00");
-        QCOMPARE(b.image.bytes().mid(0xA00, 55).toHex(' '), block.toHex(' '));
+        QCOMPARE(b.at(0xA00, 55).toHex(' '), block.toHex(' '));
         QCOMPARE(b.errors, QString());
     }
 
     // The first value, read back from the variable image (-1: nothing stored).
     void initialValues_data()
     {
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<int>("value");
+        addColumns<QString, int>("line", "value");
         // the run 0005..0010 maps to 100..105; outside it: 105 + 1
         const QString icon = "icon_1:0xFFFF,2,0x0010,2,0,0,8,8,0005_a.png,0010_b.png,,%1,100,105,n,Disable,0xFFFF,1;";
         QTest::newRow("inside the run") << icon.arg("0007_x.png") << 102;
@@ -146,9 +105,9 @@ private slots:
     {
         QFETCH(QString, line);
         QFETCH(int, value);
-        Build b;
+        RecordBuild b;
         b.write(line);
-        const QByteArray word = b.image.bytes().mid(0x20, 2);
+        const QByteArray word = b.at(0x20, 2);
         QCOMPARE(int(quint8(word[0])) << 8 | quint8(word[1]), qMax(value, 0));
         EditBuffer w;
         quint16 v = 0;
@@ -158,9 +117,7 @@ private slots:
 
     void limits_data()
     {
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<bool>("master");
-        QTest::addColumn<QString>("message");
+        addColumns<QString, bool, QString>("line", "master", "message");
         const QString icon = "icon_1:%1,2,%2,2,0,0,8,8,,,,%3,0,0,lamp,Disable,0xFFFF,1;";
         const QString bit = "bitIcon_1:%1,0x0010,3,0,0,8,8,,,Disable,door,0xFFFF,1;";
         const QString gif = "gif_1:%1,2,%2,2,0,0,8,8,10,100,0,5,,,Run,flame,11;";
@@ -185,16 +142,14 @@ private slots:
     {
         QFETCH(QString, line);
         QFETCH(bool, master);
-        QFETCH(QString, message);
-        Build b(master);
+        RecordBuild b(master);
         QVERIFY(!b.write(line).startsWith("<count>"));
-        QCOMPARE(b.errors, message);
+        QTEST(b.errors, "message");
     }
 
     void lines_data()
     {
-        QTest::addColumn<QString>("in");
-        QTest::addColumn<QString>("out");
+        addColumns<QString, QString>("in", "out");
         QTest::newRow("icon") << kIcon << kIcon;
         QTest::newRow("bitIcon") << kBitIcon << kBitIcon;
         QTest::newRow("gif") << kGif << kGif;
@@ -211,10 +166,7 @@ private slots:
     void lines()
     {
         QFETCH(QString, in);
-        QFETCH(QString, out);
-        EditBuffer b;
-        QCOMPARE(WidgetLine::parse(in, b), ParseStatus::Ok);
-        QCOMPARE(WidgetLine::write(b), out);
+        QTEST(rewritten(in), "out");
     }
 
     // What the designer does: drop (address and step), rows, edits, the

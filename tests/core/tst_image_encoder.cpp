@@ -1,26 +1,15 @@
-// The image encoder: pixel packers against words worked out by hand, Nand
-// padding, rotation, the choice of format, the VC container (laid out by hand
-// and read back by an independent reader), the BMP reader, unreadable files.
+// The image encoder: pixel packers against words worked out by hand, the VC
+// container laid out by hand and read back by an independent reader, BMP files.
 
+#include "CoreTestSupport.h"
 #include "build/ImageBmp.h"
 #include "build/ImageEncoder.h"
-#include "project/ProjectSettings.h"
 
-#include <QBuffer>
-#include <QDataStream>
-#include <QFile>
-#include <QTemporaryDir>
-#include <QtTest>
-
-#include <initializer_list>
-#include <utility>
 #include <vector>
 
-using namespace vantile;
+using namespace core;
 
 namespace {
-
-QByteArray hex(const char *spaced) { return QByteArray::fromHex(spaced); } // blanks are skipped
 
 QImage argbImage(int w, int h, std::initializer_list<QRgb> pixels)
 {
@@ -170,17 +159,7 @@ QByteArray makeBmp(int w, int h, int bpp, quint32 compression, int infoSize, con
 const QByteArray kBmp24 = makeBmp(3, 2, 24, 0, 40, QByteArray(),
                                   hex("FFFFFF 000000 563412 000000" "0000FF 00FF00 FF0000 000000"), 0);
 
-QByteArray patched(QByteArray b, int at, int value)
-{
-    b[at] = char(value);
-    return b;
-}
-
-bool writeFile(const QString &path, const QByteArray &bytes)
-{
-    QFile f(path);
-    return f.open(QIODevice::WriteOnly) && f.write(bytes) == bytes.size();
-}
+QByteArray patched(QByteArray b, int at, int value) { return b.replace(at, 1, QByteArray(1, char(value))); }
 
 QByteArray saved(const QImage &img, const char *format)
 {
@@ -223,10 +202,7 @@ private slots:
 
     void packers_data()
     {
-        QTest::addColumn<QImage>("image");
-        QTest::addColumn<int>("format");
-        QTest::addColumn<QString>("options");
-        QTest::addColumn<QByteArray>("bytes");
+        addColumns<QImage, int, QString, QByteArray>("image", "format", "options", "bytes");
 
         // (0x12, 0x34, 0x56): 2 << 11 | 13 << 5 | 10 = 0x11AA. The swap is for format 0 alone.
         const QImage one = row({qRgb(0x12, 0x34, 0x56)});
@@ -454,7 +430,8 @@ private slots:
         // marker). The odd file gets one 0xFF; turning changes the size, not the bytes.
         const QByteArray jpeg = saved(filled(21, 13, qRgb(0x80, 0x40, 0x20)), "JPG");
         const QByteArray odd = jpeg.size() % 2 ? jpeg : jpeg + '\0', even = jpeg.size() % 2 ? jpeg + '\0' : jpeg;
-        QVERIFY(writeFile(dir.filePath("odd.jpg"), odd) && writeFile(dir.filePath("even.jpg"), even));
+        writeFile(dir.filePath("odd.jpg"), odd);
+        writeFile(dir.filePath("even.jpg"), even);
         const EncodedImage e = ImageEncoder::encodeFile(dir.filePath("odd.jpg"), 7, opts());
         QVERIFY(e.format == 7 && QSize(e.width, e.height) == QSize(21, 13));
         QCOMPARE(e.bytes, odd + char(0xFF));
@@ -467,7 +444,7 @@ private slots:
                                                       qRgb(0x12, 0x34, 0x56), qRgb(0xFF, 0, 0), qRgb(0, 0xFF, 0),
                                                       qRgb(0, 0, 0xFF)}),
                                      "PNG");
-        QVERIFY(writeFile(path, png));
+        writeFile(path, png);
         const EncodedImage four = ImageEncoder::encodeNeedleFrame(path, 2, opts("r1"));
         QVERIFY(four.format == 2 && QSize(four.width, four.height) == QSize(3, 2));
         QCOMPARE(four.bytes, hex("0F8F 0000 35F1 00FF F0F0 0FF0"));
@@ -480,9 +457,7 @@ private slots:
 
     void bmpFallbackReader_data()
     {
-        QTest::addColumn<QByteArray>("file");
-        QTest::addColumn<QImage>("pixels");
-        QTest::addColumn<bool>("libraryReads");
+        addColumns<QByteArray, QImage, bool>("file", "pixels", "libraryReads");
         // 24 bits, bottom-up, rows padded; with planes 0, which the image library refuses.
         const QImage px24 = argbImage(3, 2, {qRgb(0xFF, 0, 0), qRgb(0, 0xFF, 0), qRgb(0, 0, 0xFF),
                                              qRgb(0xFF, 0xFF, 0xFF), qRgb(0, 0, 0), qRgb(0x12, 0x34, 0x56)});
@@ -542,7 +517,7 @@ private slots:
         for (const auto &[name, bytes] : {std::pair{"empty.jpg", QByteArray()}, std::pair{"garbage.png", garbage},
                                           std::pair{"garbage.bmp", garbage}, std::pair{"garbage.jpg", garbage},
                                           std::pair{"half.png", png.left(png.size() / 2)}}) {
-            QVERIFY(writeFile(dir.filePath(name), bytes));
+            writeFile(dir.filePath(name), bytes);
             const int format = QString(name).endsWith("jpg") ? 7 : 32;
             expectUnreadable(ImageEncoder::encodeFile(dir.filePath(name), format, opts()), name);
         }
@@ -550,15 +525,15 @@ private slots:
         // file reads, but only under a ".bmp" name.
         const QString cut = dir.filePath("cut.bmp");
         for (int n = 0; n < kBmp24.size(); ++n) {
-            QVERIFY(writeFile(cut, kBmp24.left(n)));
+            writeFile(cut, kBmp24.left(n));
             expectUnreadable(ImageEncoder::encodeFile(cut, 0, opts()), QString("bmp cut at %1").arg(n));
         }
-        QVERIFY(writeFile(cut, kBmp24));
+        writeFile(cut, kBmp24);
         QVERIFY(QImage(cut).isNull()); // the library refuses it
         const EncodedImage e = ImageEncoder::encodeFile(cut, 6, opts());
         QVERIFY(e.format == 6 && QSize(e.width, e.height) == QSize(3, 2));
         QCOMPARE(e.bytes, hex("0000FFFF 00FF00FF FF0000FF FFFFFFFF 000000FF 563412FF"));
-        QVERIFY(writeFile(dir.filePath("bmp.png"), kBmp24));
+        writeFile(dir.filePath("bmp.png"), kBmp24);
         expectUnreadable(ImageEncoder::encodeFile(dir.filePath("bmp.png"), 6, opts()), "a BMP named .png");
     }
 

@@ -1,20 +1,12 @@
-// The keyboard kinds: touch records with bytes worked out by hand (plain,
-// turned by 90 degrees, host control, unknown words), lines read and
-// written back, a damaged line, the rows the designer shows.
+// The keyboard kinds: touch records worked out by hand, lines read and
+// written back, the rows the designer shows.
 
-#include "widgets/EditBuffer.h"
-#include "widgets/KindRegistry.h"
-#include "widgets/Records.h"
-#include "widgets/WidgetLine.h"
+#include "CoreTestSupport.h"
 #include "widgets/WriteAddress.h"
 
-#include <QtTest>
-
-using namespace vantile;
+using namespace core;
 
 namespace {
-
-QByteArray hex(const char *spaced) { return QByteArray::fromHex(spaced); }
 
 // Every field set; the keyboard is page 1, whose picture is 300 x 200.
 const char *const kKeypad = "keypad_3:0x1200,4,100,50,60,40,200,100,20,30,5000,10,4,1,16,true,Right,White,2,int,"
@@ -24,17 +16,6 @@ const char *const kENKeyB = "enkeyB_1:mail,0x1300,20,10,20,100,30,3,12,24,Black,
 const char *const kCNKeyB = "cnkeyB_0:chat,0x1400,32,0,400,200,80,4,24,24,5,12,24,White,0x00FF00,10,20,0x0000FF,"
                             "30,40,50,60,Page0001,70,80,New,3,Enable,Page0000,Disable,0x0000,2;";
 
-// Pages 800 x 480 as designed; turned, the panel is 480 x 800.
-RecordContext context(int rotation)
-{
-    RecordContext ctx;
-    ctx.rotation = rotation;
-    ctx.pagePicture = ctx.vicePicture = QSize(800, 480);
-    ctx.panel = rotation == 1 ? QSize(480, 800) : QSize(800, 480);
-    ctx.pagePictureSize = [](int page) { return page == 1 ? QSize(300, 200) : page == 0 ? QSize(800, 480) : QSize(); };
-    return ctx;
-}
-
 } // namespace
 
 class TestKeyboardKinds : public QObject
@@ -43,9 +24,7 @@ class TestKeyboardKinds : public QObject
 private slots:
     void records_data()
     {
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<int>("rotation");
-        QTest::addColumn<QByteArray>("bytes");
+        addColumns<QString, int, QByteArray>("line", "rotation", "bytes");
         // type 2, report (C0), 39 follow; 100,50 to 159,89; 0x1200; int 130 (82); 4, 1 digits;
         // window 200,100; input 20,30; font 2, width 16; White 1; page 1; limit on;
         // 5000 (1388), 10; Right 2; 0x102030 in RGB565: 2<<11 | 8<<5 | 6 = 0x1106
@@ -90,22 +69,19 @@ private slots:
         QFETCH(QString, line);
         QFETCH(int, rotation);
         QFETCH(QByteArray, bytes);
-        QByteArray out("\xAA", 1);
-        const int n = KindRegistry::writeRecord(out, line, context(rotation));
-        QCOMPARE(n, bytes.size());
-        QCOMPARE(out.mid(1).toHex(' '), bytes.toHex(' '));
-        EditBuffer w; // and the line reads and writes back unchanged
-        QCOMPARE(WidgetLine::parse(line, w), ParseStatus::Ok);
-        QCOMPARE(WidgetLine::write(w), line);
+        // pages 800 x 480 as designed, the keyboard page 1's 300 x 200; turned, the panel is 480 x 800
+        RecordBuild b(false, rotation);
+        b.ctx.panel = rotation == 1 ? QSize(480, 800) : QSize(800, 480);
+        b.ctx.pagePictureSize = [](int page) { return page == 1 ? QSize(300, 200) : page == 0 ? QSize(800, 480) : QSize(); };
+        QCOMPARE(b.write(line).toHex(' '), bytes.toHex(' '));
+        QCOMPARE(rewritten(line), line); // and the line reads and writes back unchanged
     }
 
     // Damaged: no "x" reads 0, letters read 0, the sign is dropped; the
     // fields the line doesn't reach keep their defaults.
     void damagedLine()
     {
-        EditBuffer w;
-        QCOMPARE(WidgetLine::parse("keypad_5:zz,abc,-7,8;", w), ParseStatus::Ok);
-        QCOMPARE(WidgetLine::write(w), QString("keypad_5:0x0000,0,7,8,0,0,0,0,0,0,9999,0,4,0,12,false,Left,Black,0,short,"
+        QCOMPARE(rewritten("keypad_5:zz,abc,-7,8;"), QString("keypad_5:0x0000,0,7,8,0,0,0,0,0,0,9999,0,4,0,12,false,Left,Black,0,short,"
                                                ",,0x000000,keypad_5,Disable,,Disable,0x0000,1;"));
     }
 
@@ -114,9 +90,7 @@ private slots:
     void designer()
     {
         EditBuffer pad = WidgetLine::createNew(WidgetKind::Keypad, 0, QRect(10, 20, 30, 40));
-        QStringList cells;
-        for (const TableRow &r : WidgetLine::tableRows(pad, 1))
-            cells << r.second;
+        QStringList cells = cellsOf(pad, 1);
         cells[16] = "true";
         cells[21] = "Page0002";
         QVERIFY(WidgetLine::applyEdit(pad, cells, QSize(800, 480)));

@@ -1,24 +1,14 @@
-// The media kinds: records worked out by hand, unrotated and at 90 degrees,
-// the variable image and its limits, lines read back, and a build's video
-// facts (a file made by ffmpeg; a library that can't be loaded).
+// The media kinds: records worked out by hand, the variable image and its
+// limits, lines read back, and a build's video facts.
 
+#include "CoreTestSupport.h"
 #include "build/MediaInfo.h"
 #include "build/PageBlock.h"
-#include "build/PageChecks.h"
-#include "widgets/KindRegistry.h"
 #include "widgets/MediaKinds.h"
-#include "widgets/WidgetLine.h"
 
-#include <QProcess>
-#include <QStandardPaths>
-#include <QTemporaryDir>
-#include <QtTest>
-
-using namespace vantile;
+using namespace core;
 
 namespace {
-
-QByteArray hex(const char *spaced) { return QByteArray::fromHex(spaced); } // blanks are skipped
 
 const char *const kWav = "wav_3:door,10,20,30,40,5,Enable,1;";
 const char *const kVideo = "video_0:clip,0x0100,100,50,320,240,7,30,RepeatPlay,0x2000,0x0001,0x2001,0x0002,"
@@ -29,25 +19,13 @@ const char *const kQrcode = "qrcode_2:qr,0x0500,0x0050,8,40,60,100,100,2,AB,1;";
 // pairs 0x2000/1 and 0x2001/2, the other six none
 const char *const kVideoTail = "04 1E  0020 0100 0120 0200" "FFFFFFFF FFFFFFFF FFFFFFFF FFFFFFFF FFFFFFFF FFFFFFFF";
 
-// A page picture of 800 x 480: at 90 degrees PW is 480.
-struct Build {
-    VariableImage image;
-    QString errors;
-    RecordContext ctx;
+// A page picture of 800 x 480 on a panel of 1024 x 600: at 90 degrees PW is 480.
+struct Build : RecordBuild {
     explicit Build(int rotation = 0)
+        : RecordBuild(false, rotation)
     {
-        ctx.rotation = rotation;
-        ctx.pagePicture = QSize(800, 480);
         ctx.panel = QSize(1024, 600);
-        ctx.variables = &image;
-        ctx.errorText = &errors;
     }
-    QByteArray write(const QString &line) // the record, when its count is right
-    {
-        QByteArray out("\xAA", 1);
-        return KindRegistry::writeRecord(out, line, ctx) == out.size() - 1 ? out.mid(1) : "<count>";
-    }
-    QByteArray at(int byte, int n) const { return image.bytes().mid(byte, n); }
 };
 
 } // namespace
@@ -60,10 +38,7 @@ private slots:
 
     void records_data()
     {
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<int>("rotation");
-        QTest::addColumn<bool>("vice");
-        QTest::addColumn<QByteArray>("bytes");
+        addColumns<QString, int, bool, QByteArray>("line", "rotation", "vice", "bytes");
         // type 10, no parameters, 2 follow; sound 5 with bit 15 for repeat: 0x8005
         QTest::newRow("wav") << kWav << 0 << false << hex("0A 00 FFFF 02  0580");
         QTest::newRow("wav 90, Vice page") << kWav << 1 << true << hex("0A 01 FFFF 02  0580");
@@ -94,11 +69,9 @@ private slots:
         QFETCH(QString, line);
         QFETCH(int, rotation);
         QFETCH(bool, vice);
-        QFETCH(QByteArray, bytes);
         Build b(rotation);
         b.ctx.viceFlag = vice;
-        b.ctx.vicePicture = QSize(800, 480);
-        QCOMPARE(b.write(line), bytes);
+        QTEST(b.write(line), "bytes");
         QCOMPARE(b.errors, QString());
     }
 
@@ -128,8 +101,7 @@ private slots:
 
     void limits_data()
     {
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<QString>("errors");
+        addColumns<QString, QString>("line", "errors");
         // 2 x 0x7FF8 + 18 = 65538
         QTest::newRow("camera block") << "camera_0:cam,0x7FF8,0x0001,0,0,1,1;"
                                       << "cam: camera parameterAddr + datas are more than Max value\n";
@@ -155,8 +127,7 @@ private slots:
 
     void lines_data()
     {
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<QString>("written");
+        addColumns<QString, QString>("line", "written");
         for (const char *line : {kWav, kVideo, kCamera, kQrcode})
             QTest::newRow(line) << line << line;
         // a line cut off after its address keeps the other fields' defaults
@@ -166,10 +137,7 @@ private slots:
     void lines()
     {
         QFETCH(QString, line);
-        QFETCH(QString, written);
-        EditBuffer b;
-        QCOMPARE(WidgetLine::parse(line, b), ParseStatus::Ok);
-        QCOMPARE(WidgetLine::write(b), written);
+        QTEST(rewritten(line), "written");
     }
 
     void qrcodeDrop()
@@ -191,9 +159,8 @@ private slots:
     {
         QFETCH(QString, library);
         MediaInfo::setLibraryName(library);
-        QTemporaryDir dir;
-        const QString root = dir.path() + "/";
-        QVERIFY(QDir(root).mkpath("Plugin") && QDir(root).mkpath("Video"));
+        BuildDir p({"Plugin", "Video"});
+        const QString root = p.ctx.projectDir;
         const bool real = library.isEmpty();
         if (real) {
             const QString ffmpeg = QStandardPaths::findExecutable("ffmpeg");
@@ -204,23 +171,13 @@ private slots:
             QCOMPARE(QProcess::execute(ffmpeg, {"-v", "error", "-f", "lavfi", "-i", "testsrc=size=64x48:rate=10", "-t",
                                                 "1", "-c:v", "mpeg4", root + "Video/0007_clip.mp4"}), 0);
         }
-        BlockDirectory directory;
-        BuildContext ctx;
-        ctx.projectDir = root;
-        ctx.settings.xsize = "800";
-        ctx.settings.ysize = "480";
-        ctx.pageLines << PageList::blankLine(0);
-        ctx.pages << PageInfo::parse(ctx.pageLines[0]);
-        ctx.directory = &directory;
-        QFile f(root + PageChecks::pageFile(0, ".cfg"));
-        QVERIFY(f.open(QIODevice::WriteOnly) && f.write(QByteArray(kVideo) + "\n") > 0);
-        f.close();
+        BuildContext &ctx = p.ctx;
+        ctx.settings.xsize = "800", ctx.settings.ysize = "480";
+        p.blankPages(1);
+        p.page(0, {kVideo});
         ctx.runningAddress = 0x10180;
         PageBlock::PageBuilder().build(ctx);
-
-        QFile bin(root + "Plugin/Page0000.bin");
-        QVERIFY(bin.open(QIODevice::ReadOnly));
-        QCOMPARE(bin.read(49), hex("22 00 0001 2C  0700  6400 3200 4001 F000") + hex(kVideoTail));
+        QCOMPARE(readAll(root + "Plugin/Page0000.bin").left(49), hex("22 00 0001 2C  0700  6400 3200 4001 F000") + hex(kVideoTail));
         if (!real) {
             const int i = ctx.buildLog.indexOf("Unable to load MediaInfo.dll");
             QVERIFY(i > 0);

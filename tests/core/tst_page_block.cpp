@@ -2,29 +2,16 @@
 // pages) and the checks before them: overlap groups, page range, icon use.
 // Expected bytes are worked out by hand from the record tables, little-endian.
 
+#include "CoreTestSupport.h"
 #include "build/MakeBin.h"
 #include "build/PageBlock.h"
 #include "build/PageChecks.h"
 #include "project/PageAttributes.h"
-#include "project/PageList.h"
 #include "project/SealedFile.h"
 
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-#include <QtTest>
-
-using namespace vantile;
+using namespace core;
 
 namespace {
-
-QByteArray hex(const char *spaced) { return QByteArray::fromHex(spaced); } // blanks are skipped
-
-QByteArray readAll(const QString &path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
 
 // A page line with every attribute at its default, and its 24-byte touch
 // record: type 0, flags 0x80, 0x15; four slide targets (no page 0xFFFF,
@@ -40,38 +27,20 @@ QString buttonLine(const QString &name, int x, int y, int w, int h, const QStrin
         .arg(x).arg(y).arg(w).arg(h).arg(name, report, tail);
 }
 
-// A build context on a project directory with `pages` plain pages.
-struct Project {
-    QTemporaryDir dir;
-    BlockDirectory directory;
-    BuildContext ctx;
-
+// A build context on an 800 x 480 project of `pages` plain pages.
+struct Project : BuildDir {
     explicit Project(int pages, int chip = 3)
     {
-        ctx.projectDir = dir.path() + QStringLiteral("/");
-        QDir(dir.path()).mkpath(QStringLiteral("Plugin"));
-        ctx.settings.xsize = "800";
-        ctx.settings.ysize = "480";
-        ctx.settings.panelType = chip;
+        ctx.settings.xsize = "800", ctx.settings.ysize = "480", ctx.settings.panelType = chip;
         ctx.flags = BuildFlags::of(ctx.settings);
-        for (int i = 0; i < pages; ++i) {
-            ctx.pageLines << PageList::blankLine(i);
-            ctx.pages << PageInfo::parse(ctx.pageLines.last());
-        }
-        ctx.directory = &directory;
-    }
-    void page(int row, const QStringList &lines)
-    {
-        QFile f(ctx.projectDir + PageChecks::pageFile(row, ".cfg"));
-        QVERIFY(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        f.write(lines.isEmpty() ? QByteArray() : (lines.join('\n') + '\n').toUtf8());
+        blankPages(pages);
     }
     // Builds the page block from `start`; the block file's bytes.
     QByteArray pageBlock(qint64 start)
     {
         ctx.runningAddress = start;
         PageBlock::PageBuilder().build(ctx);
-        return readAll(ctx.blockPath(Block::Page));
+        return block(Block::Page);
     }
 };
 
@@ -186,7 +155,7 @@ private slots:
         // empty and point behind the 12-byte index.
         p.ctx.runningAddress = 0x10200;
         PageBlock::VicePageBuilder().build(p.ctx);
-        QCOMPARE(readAll(p.ctx.blockPath(Block::VicePage)), hex("0C 02 01 00 00 00  0C 02 01 00 00 00"));
+        QCOMPARE(p.block(Block::VicePage), hex("0C 02 01 00 00 00  0C 02 01 00 00 00"));
     }
 
     void groupsOnPageLines()

@@ -1,13 +1,12 @@
 // The "Page:" line and the step-file history: the ring of 50, undo / redo,
 // the equality check, backup.txt, removal of steps, rotating backups.
 
+#include "CoreTestSupport.h"
 #include "project/PageAttributes.h"
 #include "project/PageHistory.h"
 #include "project/TextFiles.h"
 
-#include <QtTest>
-
-using namespace vantile;
+using namespace core;
 
 namespace {
 
@@ -40,14 +39,8 @@ private slots:
     void pageLineWrittenAsDescribed()
     {
         PageAttributes p;
-        p.name = QStringLiteral("Home");
-        p.pageImage = QStringLiteral("0000_a.png");
-        p.leftPage = QStringLiteral("Page0001");
-        p.leftReturn = 0x1A;
-        p.bottomReturn = 0xFFFF;
-        p.slideEffect = QStringLiteral("Enable");
-        p.slideAreaTop = 20;
-        p.slideAreaBottom = 460;
+        p.name = "Home", p.pageImage = "0000_a.png", p.leftPage = "Page0001", p.slideEffect = "Enable";
+        p.leftReturn = 0x1A, p.bottomReturn = 0xFFFF, p.slideAreaTop = 20, p.slideAreaBottom = 460;
         QCOMPARE(p.toLine(), QStringLiteral("Page:Page0001,0x001A,,0x0000,,0x0000,,0xFFFF,0000_a.png;"
                                             "RGBColor(0,0,0);Home;Enable;20;460;Disable;"));
         PageAttributes back;
@@ -57,8 +50,7 @@ private slots:
 
     void pageLineReadTolerantly_data()
     {
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<QString>("written");
+        addColumns<QString, QString>("line", "written");
         // read into attributes named "kept" with colour RGBColor(1,2,3)
         const QString kept = QStringLiteral("Page:,0x0000,,0x0000,,0x0000,,0x0000,;RGBColor(1,2,3);kept;Disable;0;0;Disable;");
         // a short line: what is missing keeps its value; hex without "x" is 0
@@ -74,12 +66,11 @@ private slots:
     void pageLineReadTolerantly()
     {
         QFETCH(QString, line);
-        QFETCH(QString, written);
         PageAttributes p;
         p.name = QStringLiteral("kept");
         p.pageColor = QStringLiteral("RGBColor(1,2,3)");
         p.parse(line);
-        QCOMPARE(p.toLine(), written);
+        QTEST(p.toLine(), "written");
     }
 
     void ringOfFiftyAndUndoOrder()
@@ -122,9 +113,7 @@ private slots:
 
     void backupEntriesOnePerPage()
     {
-        QVERIFY(take(0, state(1)));
-        QVERIFY(take(2, state(1)));
-        QVERIFY(take(0, state(2)));
+        QVERIFY(take(0, state(1)) && take(2, state(1)) && take(0, state(2)));
         QCOMPARE(TextFiles::readLines(m_history.backupFile()), QStringList({m_history.stepPath(0, 2), m_history.stepPath(2, 1)}));
         QCOMPARE(m_history.recoveredPath(0), m_history.stepPath(0, 2));
         QCOMPARE(m_history.recoveredPath(2), m_history.stepPath(2, 1));
@@ -137,12 +126,10 @@ private slots:
 
     void deleteStepFilesKeepsPageFiles()
     {
-        QVERIFY(take(0, state(1)));
-        QVERIFY(take(12, state(1)));
-        QVERIFY(TextFiles::writeAtomically(m_history.cfgPath(0), "x"));
-        QVERIFY(TextFiles::writeAtomically(root() + QStringLiteral("Plugin/LastPage.txt"), "0"));
+        QVERIFY(take(0, state(1)) && take(12, state(1)) && TextFiles::writeAtomically(m_history.cfgPath(0), "x"));
+        QVERIFY(TextFiles::writeAtomically(root() + "Plugin/LastPage.txt", "0"));
         m_history.deleteStepFiles();
-        QCOMPARE(QDir(root() + QStringLiteral("Plugin")).entryList(QDir::Files),
+        QCOMPARE(QDir(root() + "Plugin").entryList(QDir::Files),
                  QStringList({QStringLiteral("LastPage.txt"), QStringLiteral("Page0000.cfg")}));
     }
 
@@ -154,8 +141,7 @@ private slots:
             m_history.rotateBackups(1);
         };
         saveAndRotate(1);
-        QVERIFY(QFile::exists(cfg + QStringLiteral(".bak1")));
-        QVERIFY(!QFile::exists(cfg + QStringLiteral(".bak")));
+        QVERIFY(QFile::exists(cfg + QStringLiteral(".bak1")) && !QFile::exists(cfg + QStringLiteral(".bak")));
         saveAndRotate(2);
         QCOMPARE(TextFiles::readLines(cfg + QStringLiteral(".bak")), state(2));
         // both exist: the older one is overwritten

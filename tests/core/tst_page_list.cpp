@@ -1,21 +1,9 @@
 // The page list: "PageNNNN:" lines, page colours, and the pages a new
 // project builds from a picture folder.
 
-#include "project/PageList.h"
+#include "CoreTestSupport.h"
 
-#include <QtTest>
-
-using namespace vantile;
-
-namespace {
-
-bool touch(const QString &path)
-{
-    QFile f(path);
-    return f.open(QIODevice::WriteOnly) && f.write("x", 1) == 1;
-}
-
-} // namespace
+using namespace core;
 
 class TestPageList : public QObject
 {
@@ -24,8 +12,7 @@ private slots:
     // "id|image|background|name|colour" (# black), the image empty on a colour page
     void parse_data()
     {
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<QString>("fields");
+        addColumns<QString, QString>("line", "fields");
         const auto row = [](const char *title, const char *line, const char *fields) {
             QTest::newRow(title) << QString(line) << QString(fields).replace('#', "RGBColor(0,0,0)");
         };
@@ -42,17 +29,14 @@ private slots:
     void parse()
     {
         QFETCH(QString, line);
-        QFETCH(QString, fields);
         const PageInfo p = PageInfo::parse(line);
         QCOMPARE(p.isColor, p.image.isEmpty());
-        QCOMPARE(QStringList({QString::number(p.id), p.image, p.background, p.name, p.color}).join('|'), fields);
+        QTEST(QStringList({QString::number(p.id), p.image, p.background, p.name, p.color}).join('|'), "fields");
     }
 
     void toLine_data()
     {
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<int>("row");
-        QTest::addColumn<QString>("expected");
+        addColumns<QString, int, QString>("line", "row", "expected");
         // with a picture: image, name, colour; without: colour, name, colour
         QTest::newRow("picture") << "Page0001:a.png;Intro;RGBColor(1,2,3);" << 1 << "Page0001:a.png;Intro;RGBColor(1,2,3);";
         QTest::newRow("picture without colour") << "Page0001:a.png;;;" << 1 << "Page0001:a.png;a.png;RGBColor(0,0,0);";
@@ -101,12 +85,12 @@ private slots:
         QVERIFY(PageList::linesFromPictureFolder(pic).isEmpty()); // no folder
         QVERIFY(QDir().mkpath(pic));
         for (const char *name : {"00031.png", "abc.png", "0004.txt", "0003", "readme.jpeg"})
-            QVERIFY(touch(pic + QLatin1Char('/') + QLatin1String(name)));
+            writeFile(pic + QLatin1Char('/') + QLatin1String(name), "x");
         QVERIFY(QDir(pic).mkdir(QStringLiteral("0009.png"))); // a folder, not a picture
         QVERIFY(PageList::linesFromPictureFolder(pic).isEmpty()); // no page pictures
         // 0000, 0002 (twice), 0005: pages 0..5, blank pages 1, 3 and 4
         for (const char *name : {"0000.png", "0002_x.jpg", "0002_y.png", "0005.bmp"})
-            QVERIFY(touch(pic + QLatin1Char('/') + QLatin1String(name)));
+            writeFile(pic + QLatin1Char('/') + QLatin1String(name), "x");
         const QStringList lines = PageList::linesFromPictureFolder(pic);
         QCOMPARE(lines.size(), 6);
         QCOMPARE(lines[0], QStringLiteral("Page0000:0000.png;0000.png;0000.png;"));

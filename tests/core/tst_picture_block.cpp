@@ -5,21 +5,14 @@
 // 3, format 1, little-endian. "a.png" is 2 x 1 red, blue: RGB565 00F8 1F00;
 // "b.png" 1 x 1 green: E007.
 
-#include "build/BuildContext.h"
+#include "CoreTestSupport.h"
 #include "build/PictureBlock.h"
-#include "project/PageList.h"
 
-#include <QDir>
-#include <QFile>
 #include <QImage>
-#include <QTemporaryDir>
-#include <QtTest>
 
-using namespace vantile;
+using namespace core;
 
 namespace {
-
-QByteArray hex(const char *spaced) { return QByteArray::fromHex(spaced); } // blanks are skipped
 
 // A page line whose background is a picture file or an "RGBColor(r,g,b)".
 QString pageLine(int row, const QString &background)
@@ -42,11 +35,10 @@ struct Project {
         for (const auto &[name, px] : pictures)
             QVERIFY(QImage(reinterpret_cast<const uchar *>(px.data()), px.size(), 1, QImage::Format_ARGB32)
                         .save(picture(name), "PNG"));
-        QFile bad(picture(QStringLiteral("bad.png")));
-        QVERIFY(bad.open(QIODevice::WriteOnly) && bad.write("this is no picture at all") > 0);
+        writeFile(picture(QStringLiteral("bad.png")), "this is no picture at all");
     }
 
-    QString picture(const QString &name) const { return dir.path() + QStringLiteral("/Picture/") + name; }
+    QString picture(const QString &name) const { return dir.path() + "/Picture/" + name; }
 
     // Builds the block from `start` on a 480 x 272 Nor panel (no row padding)
     // and returns the block file's bytes.
@@ -56,13 +48,9 @@ struct Project {
         ctx = BuildContext();
         directory.clear();
         ctx.projectDir = dir.path() + QLatin1Char('/');
-        ctx.settings.panelType = chip;
-        ctx.settings.colorDepth = depth;
-        ctx.settings.rotate = rotation;
-        ctx.settings.pageImageZip = zip;
-        ctx.settings.flashTypeIndex = 1;
-        ctx.settings.xsize = QStringLiteral("480");
-        ctx.settings.ysize = QStringLiteral("272");
+        ctx.settings.panelType = chip, ctx.settings.colorDepth = depth, ctx.settings.rotate = rotation;
+        ctx.settings.pageImageZip = zip, ctx.settings.flashTypeIndex = 1;
+        ctx.settings.xsize = "480", ctx.settings.ysize = "272";
         ctx.pageLines = lines;
         for (const QString &line : lines)
             ctx.pages << PageInfo::parse(line);
@@ -72,8 +60,7 @@ struct Project {
         ctx.runningAddress = start;
         QFile::remove(ctx.blockPath(Block::Picture));
         PictureBlockBuilder().build(ctx);
-        QFile f(ctx.blockPath(Block::Picture));
-        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+        return readAll(ctx.blockPath(Block::Picture));
     }
 
     // The table address and count in the directory, and the running address.
@@ -96,11 +83,7 @@ private slots:
     void entryBytes()
     {
         PictureBlock::Entry entry; // all 24 bits of the length
-        entry.address = 0x12345678;
-        entry.width = 0x1E0;
-        entry.height = 0x110;
-        entry.length = 0xABCDEF;
-        entry.format = 0x10;
+        entry.address = 0x12345678, entry.width = 0x1E0, entry.height = 0x110, entry.length = 0xABCDEF, entry.format = 0x10;
         QCOMPARE(entry.bytes(), hex("78563412 E001 1001 EFCDAB 10"));
     }
 

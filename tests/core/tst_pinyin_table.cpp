@@ -2,13 +2,8 @@
 // its layout (records, runs, padding) and facts about Chinese checked by
 // hand against the GB2312 code chart, independent of the generator.
 
+#include "CoreTestSupport.h"
 #include "build/FlashLayout.h"
-
-#include <QFile>
-#include <QMap>
-#include <QSet>
-#include <QVector>
-#include <QtTest>
 
 #include <cstring>
 
@@ -19,11 +14,7 @@ namespace {
 // The runs of GB2312 codes start at 0x2000.
 const int kTableSize = 0x11C50, kRecordSize = 16, kRecordCount = 421, kCharsByteOffset = 0x2000;
 
-QByteArray readData(const char *name)
-{
-    QFile f(QStringLiteral(VANTILE_SOURCE_DIR "/src/build/data/") + QLatin1String(name));
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
+QByteArray readData(const char *name) { return core::readAll(VANTILE_SOURCE_DIR "/src/build/data/" + QLatin1String(name)); }
 
 int be16(const QByteArray &b, int at)
 {

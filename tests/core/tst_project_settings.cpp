@@ -1,11 +1,10 @@
 // The "[INFO]" settings file: the exact text written, the reader's filters,
 // ranges and chip rules, the version gate and the canvas size.
 
+#include "CoreTestSupport.h"
 #include "project/ProjectSettings.h"
 
-#include <QtTest>
-
-using namespace vantile;
+using namespace core;
 
 namespace {
 
@@ -94,8 +93,7 @@ private slots:
 
     void roundTripIsByteIdentical_data()
     {
-        QTest::addColumn<int>("chip");
-        QTest::addColumn<bool>("defaults");
+        addColumns<int, bool>("chip", "defaults");
         QTest::newRow("defaults") << 3 << true;
         for (int chip : {0, 3, 4, 5, 6, 8, 10})
             QTest::addRow("populated chip %d", chip) << chip << false;
@@ -131,8 +129,7 @@ private slots:
     // file text -> the line written back
     void readingRules_data()
     {
-        QTest::addColumn<QByteArray>("input");
-        QTest::addColumn<QByteArray>("expected");
+        addColumns<QByteArray, QByteArray>("input", "expected");
         const auto row = [](const char *name, const QByteArray &input, const QByteArray &expected) {
             QTest::newRow(name) << input << expected;
         };
@@ -262,17 +259,6 @@ private slots:
         QCOMPARE(gate("[INFO]\nBaudrate: 4\nSupplierVer:V4.00\n"), QStringLiteral("refused V4.00 400"));
         QCOMPARE(gate("[INFO]\nSupplierVer: V3.20 / was V3.30\n"), QStringLiteral("opens V3.20 320"));
         QCOMPARE(gate(fresh().toIni()), QStringLiteral("opens V3.20 320"));
-    }
-
-    void versionRefusalNamesV310InBothLanguages()
-    {
-        // the gate compares with 320 while the text names V3.10
-        QCOMPARE(ProjectSettings::versionRefusedText(QStringLiteral("V3.21"), 0),
-                 QStringLiteral("The compiled version(V3.21) of this project is larger than the current "
-                                "software version(V3.10), so it cannot be opened. Replace the software of "
-                                "the corresponding version."));
-        QCOMPARE(ProjectSettings::versionRefusedText(QStringLiteral("V3.21"), 1),
-                 QString::fromUtf8("此工程编译版本（V3.21）大于当前软件版本（V3.10），无法打开，请更换对应版本软件。"));
     }
 };
 

@@ -1,37 +1,13 @@
 // The sealed storage form: header, four-bit rotation, keyed CRC,
 // classification, and what survives a round trip.
 
+#include "CoreTestSupport.h"
 #include "project/SealedFile.h"
 #include "project/TextFiles.h"
 
-#include <QtTest>
-
-using namespace vantile;
+using namespace core;
 
 namespace {
-
-// Bit by bit, without a table: reflected 0xEDB88320, start 0, no complement.
-quint32 slowCrc(const QByteArray &data)
-{
-    quint32 crc = 0;
-    for (char ch : data) {
-        crc ^= quint8(ch);
-        for (int k = 0; k < 8; ++k)
-            crc = (crc >> 1) ^ ((crc & 1u) ? 0xEDB88320u : 0u);
-    }
-    return crc;
-}
-
-quint32 le32(const QByteArray &b, int at)
-{
-    return qFromLittleEndian<quint32>(reinterpret_cast<const uchar *>(b.constData() + at));
-}
-
-QByteArray readAll(const QString &path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
 
 const quint32 kOtherKey = 0x12345678u;
 
@@ -78,7 +54,7 @@ private slots:
     void asciiRoundTripByteForByte()
     {
         QTemporaryDir dir;
-        const QString path = dir.path() + QStringLiteral("/Page0000.cfg");
+        const QString path = dir.path() + "/Page0000.cfg";
         const QStringList lines = {QStringLiteral("Page:,0x0000,,0x0000,,0x0000,,0x0000,;RGBColor(0,0,0);p;Disable;0;0;Disable;"),
                                    QStringLiteral("button_0:100,50,120,40,0x0020,0001_a.png,0002_b.png,2,button_0,Disable,Disable,0x0000,0xFFFF,1;")};
         QStringList logged;
@@ -99,8 +75,8 @@ private slots:
         // the built-in key writes plain text with its byte order mark, any
         // other key the sealed form, which keeps ASCII only
         QTemporaryDir dir;
-        const QString path = dir.path() + QStringLiteral("/p.cfg");
-        const QString sealed = dir.path() + QStringLiteral("/s.cfg");
+        const QString path = dir.path() + "/p.cfg";
+        const QString sealed = dir.path() + "/s.cfg";
         const QStringList lines = {QStringLiteral("label_0:名称x;"), QStringLiteral("b")};
         QVERIFY(SealedFile::writeLines(path, lines, SealedFile::kBuiltInKey));
         QCOMPARE(readAll(path), QByteArray("\xEF\xBB\xBF" "label_0:\xE5\x90\x8D\xE7\xA7\xB0x;\nb\n"));
@@ -128,7 +104,7 @@ private slots:
 
         // on disk: an illegal file gives no lines; no file is plain and not read
         QTemporaryDir dir;
-        const QString path = dir.path() + QStringLiteral("/c.cfg");
+        const QString path = dir.path() + "/c.cfg";
         QVERIFY(TextFiles::writeAtomically(path, flipped));
         QCOMPARE(SealedFile::classify(path, kOtherKey), SealedFile::Illegal);
         SealedFile::Class cls = SealedFile::Plain;
@@ -136,10 +112,9 @@ private slots:
         QVERIFY(SealedFile::readLines(path, kOtherKey, &cls, &ok).isEmpty());
         QCOMPARE(cls, SealedFile::Illegal);
         QVERIFY(ok);
-        const QString missing = dir.path() + QStringLiteral("/missing");
+        const QString missing = dir.path() + "/missing";
         QCOMPARE(SealedFile::classify(missing, kOtherKey), SealedFile::Plain);
-        QVERIFY(SealedFile::readLines(missing, kOtherKey, &cls, &ok).isEmpty());
-        QVERIFY(!ok);
+        QVERIFY(SealedFile::readLines(missing, kOtherKey, &cls, &ok).isEmpty() && !ok);
     }
 
     void truncatedSealedFileReadsWhatIsThere()

@@ -3,32 +3,13 @@
 // (address 2, length 2, bytes) little-endian; "中" is D6 D0 in GBK and
 // 4E 2D as a 16-bit unit; font 0 is a GBK font, font 1 a Unicode one.
 
+#include "CoreTestSupport.h"
 #include "build/MakeBin.h"
 #include "build/TextBlocks.h"
 
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-#include <QtTest>
-
-using namespace vantile;
+using namespace core;
 
 namespace {
-
-QByteArray hex(const char *spaced) { return QByteArray::fromHex(spaced); } // blanks are skipped
-
-QByteArray readAll(const QString &path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
-
-bool writeFile(const QString &path, const QByteArray &bytes)
-{
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    QFile f(path);
-    return f.open(QIODevice::WriteOnly | QIODevice::Truncate) && f.write(bytes) == bytes.size();
-}
 
 // Page file lines: a label and a textroll with write address, font and multi-language flag.
 QByteArray label(int n, const char *addr, int font, int multi)
@@ -42,29 +23,23 @@ QByteArray textroll(int n, const char *addr, int font, int multi)
         .arg(n).arg(addr).arg(font).arg(multi).toUtf8();
 }
 
-struct Project {
-    QTemporaryDir dir;
-    BuildContext ctx;
-    BlockDirectory directory;
-
+// `pages` pages and two fonts; blocks built from 0x1000.
+struct Project : BuildDir {
     explicit Project(int languages, int pages = 1)
     {
-        ctx.projectDir = dir.path() + QLatin1Char('/');
         ctx.settings.languageNum = QString::number(languages);
         for (int p = 0; p < pages; ++p)
             ctx.pageLines << QStringLiteral("Page%1:RGBColor(0,0,0);P;RGBColor(0,0,0);").arg(p, 4, 10, QLatin1Char('0'));
         ctx.fonts.count = 2;
         ctx.fonts.encoding[0] = 1, ctx.fonts.encoding[1] = 3;
-        ctx.directory = &directory;
         ctx.runningAddress = 0x1000;
-        QDir(dir.path()).mkpath(QStringLiteral("Plugin")); // as every project has it
     }
     // Written with the UTF-8 byte order mark, as the designer writes it.
-    void put(const QString &relative, const QByteArray &text) { QVERIFY(writeFile(ctx.path(relative), "\xEF\xBB\xBF" + text)); }
+    void text(const QString &relative, const QByteArray &text) { put(relative, "\xEF\xBB\xBF" + text); }
     QByteArray build(BlockBuilder &&builder)
     {
         builder.build(ctx);
-        return readAll(ctx.blockPath(builder.block()));
+        return block(builder.block());
     }
 };
 
@@ -91,7 +66,7 @@ private slots:
         for (const auto &c : cases) {
             Project p(c.languages);
             if (!c.csv.isEmpty())
-                p.put(QStringLiteral("Constant_text.csv"), c.csv);
+                p.text(QStringLiteral("Constant_text.csv"), c.csv);
             QCOMPARE(p.build(StaticTextBlockBuilder()).toHex(' '), c.block.toHex(' '));
             QCOMPARE(p.directory.value(BlockDirectory::StaticTextAddress), 0x1000u);
             QCOMPARE(p.directory.value(BlockDirectory::StaticTextCount), quint32(c.count));
@@ -114,10 +89,10 @@ private slots:
             Project p(languages);
             p.ctx.runningAddress = 0x2000;
             p.directory.set(BlockDirectory::LanguageCount, 77); // from an earlier build
-            p.put(QStringLiteral("Plugin/Page0000.cfg"),
+            p.text(QStringLiteral("Plugin/Page0000.cfg"),
                   label(2, "0x0120", 0, 1) + label(5, "0x0200", 0, 0) + textroll(1, "0x0300", 1, 1));
             // plain texts as the language editor writes them; textroll_1 lacks language 2
-            p.put(QStringLiteral("MultiLanguage/Page0000.csv"),
+            p.text(QStringLiteral("MultiLanguage/Page0000.csv"),
                   "label_5,0x0200,20,X,Y,Z\nlabel_2,0x0120,20,H,中,JK\ntextroll_1,0x0300,32,A,B\n");
             const QByteArray want = languages == 1 ? QByteArray() : three;
             QCOMPARE(p.build(LanguageBlockBuilder()).toHex(' '), want.toHex(' '));
@@ -135,9 +110,9 @@ private slots:
     {
         for (bool asFolder : {false, true}) { // missing, or a folder in its place
             Project p(2, 2);
-            p.put(QStringLiteral("Plugin/Page0000.cfg"), label(2, "0x0120", 0, 1));
-            p.put(QStringLiteral("MultiLanguage/Page0000.csv"), "label_2,0x0120,20,H,I\n");
-            p.put(QStringLiteral("Plugin/Page0001.cfg"), label(7, "0x0010", 0, 1));
+            p.text(QStringLiteral("Plugin/Page0000.cfg"), label(2, "0x0120", 0, 1));
+            p.text(QStringLiteral("MultiLanguage/Page0000.csv"), "label_2,0x0120,20,H,I\n");
+            p.text(QStringLiteral("Plugin/Page0001.cfg"), label(7, "0x0010", 0, 1));
             if (asFolder)
                 QVERIFY(QDir(p.dir.path()).mkpath(QStringLiteral("MultiLanguage/Page0001.csv")));
             // page 1 has no texts; page 0's records stand: 0x1010 (5 bytes), 0x1015 (5)
@@ -155,11 +130,11 @@ private slots:
         Project p(2);
         ProjectSettings s;
         s.languageNum = "2";
-        p.put("t.uiprj", "Page0000:RGBColor(0,0,0);A;RGBColor(0,0,0);\n");
-        QVERIFY(writeFile(p.ctx.path("t.ini"), s.toIni()));
-        p.put("Plugin/Page0000.cfg", label(3, "0x0040", 0, 1));
-        p.put("MultiLanguage/Page0000.csv", "label_3,0x0040,20,Hi,Yo\n");
-        p.put("Constant_text.csv", "2,ab,0X0,0,c,0X0,0\n");
+        p.text("t.uiprj", "Page0000:RGBColor(0,0,0);A;RGBColor(0,0,0);\n");
+        p.put("t.ini", s.toIni());
+        p.text("Plugin/Page0000.cfg", label(3, "0x0040", 0, 1));
+        p.text("MultiLanguage/Page0000.csv", "label_3,0x0040,20,Hi,Yo\n");
+        p.text("Constant_text.csv", "2,ab,0X0,0,c,0X0,0\n");
         MakeBin driver;
         installStandardBuild(driver);
         const BuildResult r = driver.run(loadProject(p.ctx.path("t.uiprj")).input);

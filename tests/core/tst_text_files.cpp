@@ -1,27 +1,14 @@
 // Plain text files: decoding (UTF-8, or GBK for old files), the plain form
 // with its byte order mark, gluing physical lines into records, atomic writes.
 
+#include "CoreTestSupport.h"
 #include "project/TextFiles.h"
 
-#include <QtTest>
-
-using namespace vantile;
+using namespace core;
 
 namespace {
 
 const QByteArray kBom("\xEF\xBB\xBF");
-
-bool writeFile(const QString &path, const QByteArray &bytes)
-{
-    QFile f(path);
-    return f.open(QIODevice::WriteOnly) && f.write(bytes) == bytes.size();
-}
-
-QByteArray readFile(const QString &path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<unreadable>");
-}
 
 QString fromGbk(const QByteArray &bytes)
 {
@@ -43,9 +30,7 @@ private slots:
 
     void decode_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<bool>("wasGbk");
+        addColumns<QByteArray, QString, bool>("bytes", "text", "wasGbk");
         const QString text = QString::fromUtf8("Page:;RGBColor(0,0,0);主页;\nlabel0:标签;\n");
         QTest::newRow("UTF-8 with BOM") << kBom + text.toUtf8() << text << false;
         QTest::newRow("UTF-8 without BOM") << text.toUtf8() << text << false;
@@ -64,17 +49,15 @@ private slots:
     void decode()
     {
         QFETCH(QByteArray, bytes);
-        QFETCH(QString, text);
         QFETCH(bool, wasGbk);
         bool gbk = !wasGbk;
-        QCOMPARE(TextFiles::decode(bytes, &gbk), text);
+        QTEST(TextFiles::decode(bytes, &gbk), "text");
         QCOMPARE(gbk, wasGbk);
     }
 
     void readLines_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<QStringList>("lines");
+        addColumns<QByteArray, QStringList>("bytes", "lines");
         QTest::newRow("BOM, CR LF") << QByteArray(kBom + "Page:a;\r\nlabel0:b;\r\n") << QStringList{"Page:a;", "label0:b;"};
         QTest::newRow("no final line feed") << QByteArray("Page:a;\nlabel0:b;") << QStringList{"Page:a;", "label0:b;"};
         QTest::newRow("empty line kept inside") << QByteArray("label0:a\n\nb;\n") << QStringList{"label0:a", "", "b;"};
@@ -83,13 +66,10 @@ private slots:
     void readLines()
     {
         QFETCH(QByteArray, bytes);
-        QFETCH(QStringList, lines);
-        QVERIFY(writeFile(path("Page0000.cfg"), bytes));
+        writeFile(path("Page0000.cfg"), bytes);
         bool ok = false;
-        QCOMPARE(TextFiles::readLines(path("Page0000.cfg"), &ok), lines);
-        QVERIFY(ok);
-        QVERIFY(TextFiles::readLines(path("none.cfg"), &ok).isEmpty());
-        QVERIFY(!ok);
+        QTEST(TextFiles::readLines(path("Page0000.cfg"), &ok), "lines");
+        QVERIFY(ok && TextFiles::readLines(path("none.cfg"), &ok).isEmpty() && !ok);
     }
 
     void plainFormAndRoundTrip()
@@ -105,7 +85,7 @@ private slots:
         const QString file = path("Page0001.cfg");
         const QByteArray bytes = TextFiles::encodePlain(page);
         QVERIFY(TextFiles::writeAtomically(file, bytes));
-        QCOMPARE(readFile(file), bytes);
+        QCOMPARE(readAll(file), bytes);
         const QStringList physical = TextFiles::readLines(file);
         QCOMPARE(physical.size(), 4);
         QCOMPARE(TextFiles::encodePlain(physical), bytes);
@@ -116,8 +96,7 @@ private slots:
     // physical lines joined by line feeds -> records joined by "|"
     void glueRecords_data()
     {
-        QTest::addColumn<QString>("physical");
-        QTest::addColumn<QString>("records");
+        addColumns<QString, QString>("physical", "records");
         QTest::newRow("text with a line break") << "Page:a;\nlabel0:hello\nworld;\nbutton0:x;"
                                                 << "Page:a;|label0:helloworld;|button0:x;";
         QTest::newRow("empty continuation line") << "label0:a\n\nb;" << "label0:ab;";
@@ -128,30 +107,25 @@ private slots:
         QTest::newRow("blank before a prefix glues") << "Page:a;\n label0:x;" << "Page:a; label0:x;";
         QTest::newRow("one empty line") << "" << "";
         // every word that opens a record: the page line, each kind, the merge line
-        for (const char *w : {"Page", "label", "number", "button", "icon", "bitIcon", "gif", "varAdj", "slider",
-                              "RTC", "uitimer", "qrcode", "Clock", "keypad", "kbkey", "textroll", "pngNumber",
-                              "wav", "slmenu", "slidemenuPro", "rtouch", "progress", "rProgress", "enkeyB",
-                              "cnkeyB", "batVar", "curve", "popbox", "encoder", "camera", "video", "autoVar",
-                              "needle", "Mergerboundaryline"})
-            QTest::addRow("%s opens a record", w) << QString("Page:a;\nx\n%1_7:v;\ntail").arg(w)
-                                                  << QString("Page:a;x|%1_7:v;tail").arg(w);
+        for (const QString &w : QStringList{"Page", "Mergerboundaryline"} + kindWords())
+            QTest::addRow("%s opens a record", qPrintable(w)) << QString("Page:a;\nx\n%1_7:v;\ntail").arg(w)
+                                                              << QString("Page:a;x|%1_7:v;tail").arg(w);
     }
     void glueRecords()
     {
         QFETCH(QString, physical);
-        QFETCH(QString, records);
-        QCOMPARE(TextFiles::glueRecords(physical.split('\n')).join('|'), records);
+        QTEST(TextFiles::glueRecords(physical.split('\n')).join('|'), "records");
     }
 
     void writeCreatesAndReplaces()
     {
         const QString file = path("demo.uiprj");
         QVERIFY(TextFiles::writeAtomically(file, "first version, longer\n"));
-        QCOMPARE(readFile(file), QByteArray("first version, longer\n"));
+        QCOMPARE(readAll(file), QByteArray("first version, longer\n"));
         QVERIFY(TextFiles::writeAtomically(file, "second\n"));
-        QCOMPARE(readFile(file), QByteArray("second\n"));
+        QCOMPARE(readAll(file), QByteArray("second\n"));
         QVERIFY(TextFiles::writeAtomically(file, QByteArray()));
-        QCOMPARE(readFile(file), QByteArray());
+        QCOMPARE(readAll(file), QByteArray());
         // no temporary file stays behind
         QCOMPARE(QDir(m_dir->path()).entryList(QDir::Files | QDir::Hidden), QStringList{QStringLiteral("demo.uiprj")});
     }
@@ -160,15 +134,14 @@ private slots:
     {
         // below a regular file: refused with a reason, the file untouched
         const QString notADir = path("Plugin");
-        QVERIFY(writeFile(notADir, "old"));
+        writeFile(notADir, "old");
         QString error;
         QVERIFY(!TextFiles::writeAtomically(notADir + QStringLiteral("/Page0000.cfg"), "new", &error));
         QVERIFY(!error.isEmpty());
-        QCOMPARE(readFile(notADir), QByteArray("old"));
+        QCOMPARE(readAll(notADir), QByteArray("old"));
         // onto a directory: refused, the directory stays
         QVERIFY(QDir(m_dir->path()).mkdir(QStringLiteral("Picture")));
-        QVERIFY(!TextFiles::writeAtomically(path("Picture"), "x"));
-        QVERIFY(QFileInfo(path("Picture")).isDir());
+        QVERIFY(!TextFiles::writeAtomically(path("Picture"), "x") && QFileInfo(path("Picture")).isDir());
     }
 };
 

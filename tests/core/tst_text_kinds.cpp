@@ -1,21 +1,13 @@
-// The text kinds: label, its static form and textroll. Their lines, their
-// records (bytes worked out by hand, little-endian), and what they leave in
-// the variable image: parameter blocks, initial texts and the limit messages.
+// The text kinds label, its static form and textroll: lines, records worked
+// out by hand (little-endian), and what they leave in the variable image.
 
-#include "widgets/KindRegistry.h"
+#include "CoreTestSupport.h"
 #include "widgets/LineGrammar.h"
-#include "widgets/Records.h"
-#include "widgets/VariableImage.h"
-#include "widgets/WidgetLine.h"
 #include "widgets/WriteAddress.h"
 
-#include <QtTest>
-
-using namespace vantile;
+using namespace core;
 
 namespace {
-
-QByteArray hex(const char *spaced) { return QByteArray::fromHex(spaced); } // blanks are skipped
 
 // writeAddr 0x0100, 20 words, 10,20 100x40, font 1, alignment Right,
 // background on in 0x123456, font colour 0xFF8040, text "AB", parameters at
@@ -27,31 +19,17 @@ const char *const kLabel = "label_3:0x0100,20,10,20,100,40,16,16,1,1,2,1,0x12345
 const QString kRoll = "textroll_2:0x0300,5,6,200,30,32,24,24,0,3,0x00FF00,0x0000FF,64,300,%1,%2,*Hex:48,%3,"
                       "0xFFFF,tr,0,1;";
 
-// A build on two fonts: id 0 wide (12 x 24, Unicode), id 1 GBK (24 x 32).
-struct Build {
-    FontTable fonts;
-    VariableImage image;
-    QString errors;
-    RecordContext ctx;
+// A build on two fonts: id 0 wide (12 x 24, Unicode), id 1 GBK (24 x 32);
+// a 24-bit panel.
+struct Build : RecordBuild {
     Build()
     {
         fonts.count = 2;
         fonts.width[0] = 12, fonts.height[0] = 24, fonts.encoding[0] = 3;
         fonts.width[1] = 24, fonts.height[1] = 32, fonts.encoding[1] = 1;
-        ctx.pagePicture = ctx.vicePicture = ctx.panel = QSize(800, 480);
         ctx.fonts = &fonts;
-        ctx.variables = &image;
-        ctx.errorText = &errors;
         ctx.colour24 = true;
     }
-    QByteArray record(const QString &line, bool vice = false)
-    {
-        ctx.viceFlag = vice;
-        QByteArray out("\xAA", 1); // something already in the stream
-        const int n = vice ? KindRegistry::writeViceRecord(out, line, ctx) : KindRegistry::writeRecord(out, line, ctx);
-        return n == out.size() - 1 ? out.mid(1) : QByteArray("<count differs from bytes written>");
-    }
-    QByteArray at(int byte, int n) const { return image.bytes().mid(byte, n); }
 };
 
 // A label line with the fields these cases change.
@@ -93,7 +71,7 @@ private slots:
              "lab: fontlib id is more than max value\n"}};
         for (const auto &c : cases) {
             Build b;
-            QCOMPARE(b.record(c.line, c.vice).toHex(' '), hex(c.bytes).toHex(' '));
+            QCOMPARE((c.vice ? b.writeVice(c.line) : b.write(c.line)).toHex(' '), hex(c.bytes).toHex(' '));
             QCOMPARE(b.errors, c.errors);
             if (c.vice) // the Vice form stores nothing
                 QCOMPARE(b.image.bytes(), QByteArray(65536, '\0'));
@@ -102,17 +80,17 @@ private slots:
         // 0x123456 -> (2 << 11) | (13 << 5) | 10 = 0x11AA, 0xFF8040 -> (31 << 11) | (32 << 5) | 8 = 0xFC08
         Build panel16;
         panel16.ctx.colour24 = false;
-        QCOMPARE(panel16.record(kLabel).toHex(' '),
+        QCOMPARE(panel16.write(kLabel).toHex(' '),
                  hex("01 00 0002 1D  0001 1400  0A00 1400 6D00 3B00  18 20 01 01 02  AA1100 08FC00  03  0500  00 0000")
                      .toHex(' '));
         // What the plain form leaves: the parameter block is the record from byte 4
         // behind its count (26 or 28); the text lies at writeAddr.
         Build b;
-        b.record(kLabel);
+        b.write(kLabel);
         QCOMPARE(b.at(0x400, 28).toHex(' '),
                  hex("1A  0001 1400  0A00 1400 6D00 3B00  18 20 01 01 02  563412 4080FF  03  0500  00").toHex(' '));
         QCOMPARE(b.at(0x200, 3), hex("41 42 00")); // "AB" in GBK, the password's real text
-        b.record(kRoll.arg("Middle", "Enable", "Disable").replace("0xFFFF,tr", "0x0010,tr"));
+        b.write(kRoll.arg("Middle", "Enable", "Disable").replace("0xFFFF,tr", "0x0010,tr"));
         QCOMPARE(b.at(0x20, 29).toHex(' '),
                  hex("1C  0003  0500 0600 CC00 2300  2000  00 0C 18 03  01 01  00FF00 2C FF0000 4000 01").toHex(' '));
         QCOMPARE(b.at(0x600, 3), hex("00 48 00")); // "H" as one unit, high byte first
@@ -137,7 +115,7 @@ private slots:
             {"label_4:0x7FFF,20,0,0,50,20,32,32,1,1,0,0,0xD3D3D3,0x000000,*Hex:41,0x0001,st,Disable,0,1,3,0xFFFF,1;", {}, {}}};
         for (const auto &c : cases) {
             Build b;
-            QCOMPARE(b.record(c.line).size(), c.line.startsWith("label") ? 34 : 33); // written all the same
+            QCOMPARE(b.write(c.line).size(), c.line.startsWith("label") ? 34 : 33); // written all the same
             QCOMPARE(b.errors, c.errors);
             QByteArray want(b.image.limit(), '\0');
             want.replace(2 * int(LineGrammar::readHex(LineGrammar::split(c.line).fields[0])), c.stored.size(), c.stored);
@@ -159,11 +137,8 @@ private slots:
             // an earlier, shorter line: the rest at the defaults, the text the object name
             {"label_1:0x0100,20;", "label_1:0x0100,20,0,0,0,0,32,32,0,0,0,0,0xD3D3D3,0x000000,*Hex:6C6162656C5F31,0xFFFF,"
                                    "label_1,Disable,0,0,0,0xFFFF,1;"}};
-        for (const auto &c : cases) {
-            EditBuffer b;
-            QCOMPARE(WidgetLine::parse(c[0], b), ParseStatus::Ok);
-            QCOMPARE(WidgetLine::write(b), c[1]);
-        }
+        for (const auto &c : cases)
+            QCOMPARE(rewritten(c[0]), c[1]);
     }
 
     // The user's way: drop a label, a static text and a textroll, then edit the label's rows.
@@ -188,10 +163,8 @@ private slots:
 
         // rows shown in Chinese; a word, a text with separators and a switch typed
         EditBuffer label;
-        QStringList cells;
         WidgetLine::parse(lines[0], label);
-        for (const TableRow &r : WidgetLine::tableRows(label, 1))
-            cells << r.second;
+        QStringList cells = cellsOf(label, 1);
         QCOMPARE(cells.size(), 19); // only the static text has row 19, its constant
         cells[12] = "B-Middle";
         cells[16] = "a,b;c";

@@ -1,20 +1,11 @@
-// The time kinds: display records with bytes worked out by hand (plain,
-// turned by 90 degrees, the RTC on a Vice page), the date and timer words,
-// the variable image and its limits, lines read and written back.
+// The time kinds: records worked out by hand, the date and timer words, the
+// variable image and its limits, lines read and written back.
 
-#include "widgets/EditBuffer.h"
-#include "widgets/KindRegistry.h"
-#include "widgets/Records.h"
-#include "widgets/VariableImage.h"
-#include "widgets/WidgetLine.h"
+#include "CoreTestSupport.h"
 
-#include <QtTest>
-
-using namespace vantile;
+using namespace core;
 
 namespace {
-
-QByteArray hex(const char *spaced) { return QByteArray::fromHex(spaced); }
 
 const char *const kRTC = "RTC_2:100,50,120,30,0x0200,0020_d0.png,0032_colon.png,YY/MM/DD,date,0x0005,1;";
 // the hour hand's 300 keeps in the line; the record takes its low byte
@@ -26,25 +17,6 @@ const char *const kTimer = "uitimer_0:0x0400,10,20,90,30,0x1000,3600,0x1001,0,0x
 // The timer's eight pairs: 0x1003 = 1, seven unused.
 const QByteArray kTimerPairs = hex("0310 0100") + QByteArray(28, '\xFF');
 
-struct Build {
-    VariableImage image;
-    QString errors;
-    RecordContext ctx;
-    Build()
-    {
-        ctx.pagePicture = ctx.vicePicture = ctx.panel = QSize(800, 480);
-        ctx.variables = &image;
-        ctx.errorText = &errors;
-    }
-    QByteArray write(const QString &line, bool vice = false) // the record, or "<count>" when its length is wrong
-    {
-        ctx.viceFlag = vice;
-        QByteArray out;
-        const int n = vice ? KindRegistry::writeViceRecord(out, line, ctx) : KindRegistry::writeRecord(out, line, ctx);
-        return n == out.size() ? out : QByteArray("<count>");
-    }
-};
-
 } // namespace
 
 class TestTimeKinds : public QObject
@@ -53,11 +25,7 @@ class TestTimeKinds : public QObject
 private slots:
     void records_data()
     {
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<int>("rotation");
-        QTest::addColumn<bool>("vice");
-        QTest::addColumn<bool>("colour24");
-        QTest::addColumn<QByteArray>("bytes");
+        addColumns<QString, int, bool, bool, QByteArray>("line", "rotation", "vice", "colour24", "bytes");
         // type 6; parameters 0x0200; 11 follow; X 100, Y 50; icons 20 and 32; YY/MM/DD 1; tail 5
         QTest::newRow("RTC") << kRTC << 0 << false << false << hex("06 00 0002 0B 6400 3200 1400 2000 01 0500");
         // PW 480: X' = 480 - 50 - 30 = 400 (190), Y' = 100
@@ -88,23 +56,18 @@ private slots:
         QFETCH(bool, vice);
         QFETCH(bool, colour24);
         QFETCH(QByteArray, bytes);
-        Build b;
-        b.ctx.rotation = rotation;
+        RecordBuild b(false, rotation);
         b.ctx.colour24 = colour24;
-        QCOMPARE(b.write(line, vice).toHex(' '), bytes.toHex(' '));
+        QCOMPARE((vice ? b.writeVice(line) : b.write(line)).toHex(' '), bytes.toHex(' '));
         QCOMPARE(b.errors, QString());
-        EditBuffer w; // and the line reads and writes back unchanged
-        QCOMPARE(WidgetLine::parse(line, w), ParseStatus::Ok);
-        QCOMPARE(WidgetLine::write(w), line);
+        QCOMPARE(rewritten(line), line); // and the line reads and writes back unchanged
     }
 
     // The words in the records: the RTC's date format at 13, the timer's
     // format and count direction (1 up) at 17 and 18.
     void words_data()
     {
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<int>("at");
-        QTest::addColumn<QByteArray>("bytes");
+        addColumns<QString, int, QByteArray>("line", "at", "bytes");
         const auto rtc = [](const char *w) { return QString(kRTC).replace("YY/MM/DD", w); };
         const auto timer = [](const char *w) { return QString(kTimer).replace(",MM:SS,-,", w); };
         QTest::newRow("full date") << rtc("YY/MM/DD HH:MM:SS") << 13 << hex("00");
@@ -121,32 +84,31 @@ private slots:
         QFETCH(QString, line);
         QFETCH(int, at);
         QFETCH(QByteArray, bytes);
-        QCOMPARE(Build().write(line).mid(at, bytes.size()).toHex(' '), bytes.toHex(' '));
+        QCOMPARE(RecordBuild().write(line).mid(at, bytes.size()).toHex(' '), bytes.toHex(' '));
     }
 
     // Parameter blocks: the count byte and the P bytes after it at
     // 2 x parameterAddr; the timer's start values at their addresses.
     void variables()
     {
-        Build b;
+        RecordBuild b;
         b.write(kRTC);
         b.write(kClock);
         b.write(kTimer);
         // RTC: 9 bytes, its tail left out (the 00 after them)
-        QCOMPARE(b.image.bytes().mid(0x400, 11).toHex(' '), hex("0B 6400 3200 1400 2000 01 00").toHex(' '));
-        QCOMPARE(b.image.bytes().mid(0x600, 27).toHex(' '),
+        QCOMPARE(b.at(0x400, 11).toHex(' '), hex("0B 6400 3200 1400 2000 01 00").toHex(' '));
+        QCOMPARE(b.at(0x600, 27).toHex(' '),
                  hex("1A C800 6400 2800 2C0A06 1F0000 320804 E00700 370C02 00F800 2900").toHex(' '));
-        QCOMPARE(b.image.bytes().mid(0x800, 49).toHex(' '),
+        QCOMPARE(b.at(0x800, 49).toHex(' '),
                  (hex("30 0010 0110 0210 0A00 1400 1E00 03 00 01 00") + kTimerPairs).toHex(' '));
         // 3600 = 0E10 at 0x1000 (byte 0x2000), 0 at 0x1001, 1 at 0x1002
-        QCOMPARE(b.image.bytes().mid(0x2000, 6).toHex(' '), hex("0E10 0000 0001").toHex(' '));
+        QCOMPARE(b.at(0x2000, 6).toHex(' '), hex("0E10 0000 0001").toHex(' '));
         QCOMPARE(b.errors, QString());
     }
 
     void limits_data()
     {
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<QString>("message");
+        addColumns<QString, QString>("line", "message");
         const QString over = " parameterAddr + datas are more than Max value\n";
         const QString rtc = "RTC_0:0,0,8,8,%1,,,HH:MM,date,0xFFFF,1;";
         const QString timer = "uitimer_0:%1,0,0,8,8,%2,5,0xFFFF,0,0xFFFF,0,,,SS,+,Disable,egg;";
@@ -161,19 +123,16 @@ private slots:
     void limits()
     {
         QFETCH(QString, line);
-        QFETCH(QString, message);
-        Build b;
+        RecordBuild b;
         QVERIFY(!b.write(line).startsWith("<count>"));
-        QCOMPARE(b.errors, message);
+        QTEST(b.errors, "message");
     }
 
     // Damaged: "0xZZ" has no digits (0), letters read 0, the sign is
     // dropped, the fields the line doesn't reach keep their defaults.
     void damagedLine()
     {
-        EditBuffer w;
-        QCOMPARE(WidgetLine::parse("uitimer_1:0xZZ,a,-3;", w), ParseStatus::Ok);
-        QCOMPARE(WidgetLine::write(w), "uitimer_1:0x0000,0,3,0,0,0xFFFF,0,0xFFFF,0,0xFFFF,0,,,HH:MM:SS,+,Disable,uitimer_1,"
+        QCOMPARE(rewritten("uitimer_1:0xZZ,a,-3;"), "uitimer_1:0x0000,0,3,0,0,0xFFFF,0,0xFFFF,0,0xFFFF,0,,,HH:MM:SS,+,Disable,uitimer_1,"
                                        + QString("0xFFFF,").repeated(16) + "1;");
     }
 
@@ -184,16 +143,13 @@ private slots:
     {
         EditBuffer t;
         WidgetLine::parse(kTimer, t);
-        QStringList cells;
-        for (const TableRow &r : WidgetLine::tableRows(t, 0))
-            cells << r.second;
+        QStringList cells = cellsOf(t);
         QCOMPARE(cells.size(), 34);
         QCOMPARE(cells[11], QString("1:Start the timer"));
         cells[11] = "3:Show timer at pause state";
         cells[17] = "Enable";
         cells[13] = "0030_t0.png";
-        QVERIFY(WidgetLine::applyEdit(t, cells, QSize(800, 480)));
-        QVERIFY(t.isOn("reportToHost"));
+        QVERIFY(WidgetLine::applyEdit(t, cells, QSize(800, 480)) && t.isOn("reportToHost"));
         QCOMPARE(WidgetLine::write(t), QString(kTimer).replace("0x1002,1,", "0x1002,3,"));
     }
 };

@@ -1,35 +1,12 @@
 // Vice pages: a two-page project on chip 10 whose first page shows its
-// second inside a slidemenuPro, built by the whole driver. Checked by hand:
-// the merged .cfc file, the host's streams with the Vice page's records
-// behind its own (Vice flag set), the Vice block with `tail` in front, the
-// directory, the variable image; and a slide menu that names no page.
+// second inside a slidemenuPro, built by the whole driver and checked by hand.
 
+#include "CoreTestSupport.h"
 #include "build/MakeBin.h"
 
-#include <QDir>
-#include <QFile>
-#include <QImage>
-#include <QTemporaryDir>
-#include <QtTest>
-
-using namespace vantile;
+using namespace core;
 
 namespace {
-
-QByteArray hex(const char *spaced) { return QByteArray::fromHex(spaced); } // blanks are skipped
-
-QByteArray readAll(const QString &path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
-
-void writeFile(const QString &path, const QByteArray &bytes)
-{
-    QFile f(path);
-    QVERIFY2(f.open(QIODevice::WriteOnly | QIODevice::Truncate), qPrintable(path));
-    f.write(bytes);
-}
 
 const char *const kPageLine = "Page:,0x0000,,0x0000,,0x0000,,0x0000,;RGBColor(0,0,0);P;Disable;0;0;Disable;";
 // 10,20 200 x 100, writeAddr 0x0010, shows Page0001, Horizontal, frames from its picture.
@@ -45,28 +22,20 @@ const char *const kCurve = "curve_0:0xFFFF,100,10,80,50,59,0,0,0x000000,1,2,1,L_
 
 // Chip 10, a 320 x 240 panel turned by 90 degrees: the canvas stands 240 x 320. Page 0
 // is plain (PW is XSIZE, 320); page 1 has a 200 x 400 picture (PW 400, PH 200).
-struct Project {
-    QTemporaryDir dir;
-    QString root;
+struct Project : BuildDir {
+    const QString root = ctx.projectDir;
 
     explicit Project(const QString &menu = QString::fromLatin1(kMenu))
+        : BuildDir({"Plugin", "Picture", "Icon"})
     {
-        root = dir.path() + '/';
-        for (const char *d : {"Plugin", "Picture", "Icon"})
-            QDir(root).mkpath(d);
-        writeFile(root + "v.uiprj", "\xEF\xBB\xBFPage0000:RGBColor(0,0,0);Host;RGBColor(0,0,0);\n"
-                                    "Page0001:0001_list.png;List;RGBColor(0,0,0);\n");
-        writeFile(root + "v.ini", "[INFO]\nSupplierID: 0x5E21B7C4\nSupplierVer: V3.20\nPanelType: 10\n"
-                                  "XSIZE: 320\nYSIZE: 240\nRotate: 1\nFlashSize: 3\n");
-        writeFile(root + "Plugin/Page0000.cfg", (QStringList{kPageLine, menu, kHostButton}.join('\n') + '\n').toUtf8());
-        writeFile(root + "Plugin/Page0001.cfg",
-                  (QStringList{kPageLine, kIcon0, kViceButton, kIcon1, kCurve}.join('\n') + '\n').toUtf8());
-        QImage list(200, 400, QImage::Format_RGB32);
-        list.fill(Qt::darkBlue);
-        QVERIFY(list.save(root + "Picture/0001_list.png"));
-        QImage dot(4, 4, QImage::Format_RGB32);
-        dot.fill(Qt::white);
-        QVERIFY(dot.save(root + "Icon/0000_dot.png"));
+        put("v.uiprj", "\xEF\xBB\xBFPage0000:RGBColor(0,0,0);Host;RGBColor(0,0,0);\n"
+                       "Page0001:0001_list.png;List;RGBColor(0,0,0);\n");
+        put("v.ini", "[INFO]\nSupplierID: 0x5E21B7C4\nSupplierVer: V3.20\nPanelType: 10\n"
+                     "XSIZE: 320\nYSIZE: 240\nRotate: 1\nFlashSize: 3\n");
+        page(0, {kPageLine, menu, kHostButton});
+        page(1, {kPageLine, kIcon0, kViceButton, kIcon1, kCurve});
+        solid(root + "Picture/0001_list.png", {200, 400}, qRgb(0, 0, 128));
+        solid(root + "Icon/0000_dot.png", {4, 4}, qRgb(255, 255, 255));
     }
 
     BuildResult build()
@@ -146,8 +115,7 @@ private slots:
         QCOMPARE(image.mid(0x180 + 0x80, 2), hex("0001"));
         QCOMPARE(image.mid(0x180 + 0x200, 15), hex("10  4000 7801 0A00  0000 0000 0000 0000"));
         // the build's own files go, the merged page stays
-        QVERIFY(!QFile::exists(p.root + "Plugin/VicePage0001.bin"));
-        QVERIFY(QFile::exists(p.root + "Plugin/Page0000.cfc"));
+        QVERIFY(!QFile::exists(p.root + "Plugin/VicePage0001.bin") && QFile::exists(p.root + "Plugin/Page0000.cfc"));
     }
 
     // A slide menu that names a page the list doesn't have is told and left

@@ -1,27 +1,16 @@
 // The widget line: lenient field readers, the "*Hex:" form, and what the
 // button kinds' field descriptions do (parse, write, create, rows, edit, store).
 
-#include "widgets/KindRegistry.h"
+#include "CoreTestSupport.h"
 #include "widgets/LineGrammar.h"
-#include "widgets/WidgetLine.h"
 
-#include <QtTest>
-
-using namespace vantile;
+using namespace core;
 
 namespace {
 
 const QString kButtonExample =
     "button_0:100,50,120,40,0x0020,0001_a.png,0002_b.png,2,button_0,Disable,Disable,0x0000,0xFFFF,1;";
 const QSize kPage(800, 480);
-
-QStringList cellsOf(const EditBuffer &b)
-{
-    QStringList cells;
-    for (const TableRow &r : WidgetLine::tableRows(b, 0))
-        cells.append(r.second);
-    return cells;
-}
 
 EditBuffer parsed(const QString &line)
 {
@@ -90,8 +79,8 @@ private slots:
     // A line read and written again: in its one form, the same once more.
     void linesAsWritten_data()
     {
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<QString>("written"); // empty: the line itself
+        // an empty `written`: the line itself
+        addColumns<QString, QString>("line", "written");
         const auto row = [](const char *name, const QString &line, const QString &written = QString()) {
             QTest::newRow(name) << line << written;
         };
@@ -165,8 +154,6 @@ private slots:
         QCOMPARE(zh.size(), 12);
         QCOMPARE(en[11].first, QString("    _triggerValue"));
         QCOMPARE(zh[11].first, QString::fromUtf8("    _键码触发值"));
-        QCOMPARE(WidgetLine::headerLabels(0), QStringList({"Parameter", "Data"}));
-        QCOMPARE(WidgetLine::headerLabels(1), QStringList({QString::fromUtf8("参数"), QString::fromUtf8("数据")}));
 
         // overlay stands in the label table and in no row
         const LabelTable labels = KindRegistry::definition(WidgetKind::Button)->labels();

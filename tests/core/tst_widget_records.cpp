@@ -1,40 +1,10 @@
 // Binary widget records, expected bytes worked out by hand (little-endian):
-// headers, rotation, colours, the button, popbox and kbkey records, and the
-// variable image.
+// headers, rotation, colours, button, popbox, kbkey, the variable image.
 
-#include "widgets/KindRegistry.h"
-#include "widgets/Records.h"
-#include "widgets/VariableImage.h"
+#include "CoreTestSupport.h"
 #include "widgets/WidgetKinds.h"
 
-#include <QtTest>
-
-using namespace vantile;
-
-namespace {
-
-QByteArray hex(const char *spaced)
-{
-    return QByteArray::fromHex(QByteArray(spaced).replace(' ', ""));
-}
-
-RecordContext plainPage()
-{
-    RecordContext ctx;
-    ctx.pagePicture = ctx.panel = QSize(800, 480);
-    return ctx;
-}
-
-QByteArray record(const QString &line, const RecordContext &ctx)
-{
-    QByteArray out("\xAA", 1); // something already in the stream
-    const int n = KindRegistry::writeRecord(out, line, ctx);
-    if (n != out.size() - 1 || out[0] != '\xAA')
-        return "<writer count or stream broken>";
-    return out.mid(1);
-}
-
-} // namespace
+using namespace core;
 
 class TestWidgetRecords : public QObject
 {
@@ -120,11 +90,7 @@ private slots:
 
     void records_data()
     {
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<int>("rotation");
-        QTest::addColumn<bool>("vice");
-        QTest::addColumn<QSize>("pagePicture");
-        QTest::addColumn<QByteArray>("bytes");
+        addColumns<QString, int, bool, QSize, QByteArray>("line", "rotation", "vice", "pagePicture", "bytes");
         const QSize plain(800, 480), tall(400, 600);
         // button: right 100 + 120 - 1 = 219 (DB), bottom 50 + 40 - 1 = 89 (59)
         QTest::newRow("button")
@@ -179,18 +145,17 @@ private slots:
         QFETCH(bool, vice);
         QFETCH(QSize, pagePicture);
         QFETCH(QByteArray, bytes);
-        RecordContext ctx = plainPage();
-        ctx.rotation = rotation;
-        ctx.viceFlag = vice;
-        ctx.pagePicture = ctx.vicePicture = pagePicture;
-        ctx.pagePictureSize = [](int page) { return page == 2 ? QSize(300, 200) : QSize(); };
-        QCOMPARE(record(line, ctx).toHex(' '), bytes.toHex(' '));
+        RecordBuild b(false, rotation);
+        b.ctx.viceFlag = vice;
+        b.ctx.pagePicture = b.ctx.vicePicture = pagePicture;
+        b.ctx.pagePictureSize = [](int page) { return page == 2 ? QSize(300, 200) : QSize(); };
+        QCOMPARE(b.write(line).toHex(' '), bytes.toHex(' '));
     }
 
     void linesWithoutRecordWriter()
     {
         QByteArray out("x");
-        const RecordContext ctx = plainPage();
+        const RecordContext ctx = RecordBuild().ctx;
         QCOMPARE(KindRegistry::writeRecord(out, "Page:,0x0000;", ctx), 0);
         QCOMPARE(KindRegistry::writeViceRecord(out, "button_0:1,2,3,4;", ctx), 0);
         QCOMPARE(out, QByteArray("x"));

@@ -3,18 +3,14 @@
 // folder with the interface texts, prompts answered without a window, and
 // the user's gestures on a main window's canvas.
 
+#include "../core/CoreTestSupport.h"
 #include "app/MainWindow.h"
 #include "app/Prompts.h"
 #include "project/AppPaths.h"
-#include "project/PageList.h"
 #include "project/TextFiles.h"
 
-#include <QDirIterator>
-#include <QLabel>
-#include <QLineEdit>
-#include <QTableView>
-#include <QTemporaryDir>
 #include <QtTest>
+#include <QtWidgets>
 
 namespace gui {
 
@@ -22,18 +18,9 @@ using namespace vantile;
 
 inline QString operator""_q(const char *s, size_t n) { return QString::fromUtf8(s, int(n)); }
 
-inline QByteArray readAll(const QString &path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
-
-inline void writeFile(const QString &path, const QByteArray &bytes)
-{
-    QFile f(path);
-    QVERIFY2(f.open(QIODevice::WriteOnly), qPrintable(path));
-    f.write(bytes);
-}
+using core::addColumns;
+using core::readAll;
+using core::writeFile; // its folder made first
 
 inline QByteArray iniText(int xsize = 400, int ysize = 300)
 {
@@ -157,6 +144,27 @@ inline void typeIntoPara(MainWindow &w, int row, const QString &text)
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QCOMPARE(para->viewport()->findChildren<QLineEdit *>().size(), 0);
 }
+
+// The canvas look: widgets with some fields set, and the pixels they show.
+namespace look {
+
+constexpr QRgb kRed = 0xFFFF0000, kGreen = 0xFF00FF00, kBlue = 0xFF0000FF;
+
+// A new widget of the kind with these fields set from their line texts.
+inline EditBuffer widget(WidgetKind kind, const QRect &rect, const QVector<QPair<const char *, QString>> &texts,
+                         quint32 index = 0)
+{
+    EditBuffer b = WidgetLine::createNew(kind, index, rect);
+    for (const auto &[key, text] : texts)
+        b.setValue(b.definition()->indexOf(key), WidgetLine::readLineText(*b.definition()->find(key), text));
+    return b;
+}
+
+inline QRgb at(const QImage &image, int x, int y) { return image.convertToFormat(QImage::Format_ARGB32).pixel(x, y); }
+
+using core::solid;
+
+} // namespace look
 
 // A test class derives from this (after QObject) for a project folder and a
 // window of its own in each test function: begin() in init(), end() in cleanup().

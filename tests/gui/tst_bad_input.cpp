@@ -3,9 +3,6 @@
 
 #include "GuiTestSupport.h"
 
-#include <QRandomGenerator>
-#include <QTextEdit>
-
 using namespace gui;
 
 namespace {
@@ -65,8 +62,8 @@ private slots:
         const QString uiprj = writeProject(dir.path(), {PageList::pictureLine(0, QStringLiteral("0000_bad.png"))},
                                            {lines}, iniText(320, 240));
         // a PNG signature and a few bytes: a case the address sanitizer caught
-        writeFile(dir.path() + QStringLiteral("/Picture/0000_bad.png"), QByteArray("\x89PNG\r\n\x1a\n broken"));
-        writeFile(dir.path() + QStringLiteral("/Icon/0001_bad.png"), noise(64, 7));
+        writeFile(dir.path() + "/Picture/0000_bad.png", QByteArray("\x89PNG\r\n\x1a\n broken"));
+        writeFile(dir.path() + "/Icon/0001_bad.png", noise(64, 7));
         MainWindow w;
         QVERIFY(w.openProjectFile(uiprj));
         // the broken page picture: logged, a black page of the canvas size
@@ -75,10 +72,10 @@ private slots:
         // every line is kept as it was, shown or not
         QCOMPARE(w.currentPageLines(), lines);
         w.on_actionSave_current_pgae_triggered();
-        QCOMPARE(TextFiles::readLines(dir.path() + QStringLiteral("/Plugin/Page0000.cfg")), lines);
+        QCOMPARE(TextFiles::readLines(dir.path() + "/Plugin/Page0000.cfg"), lines);
         // and the build goes through, with complaints and no crash
         w.action(QStringLiteral("actionMake_bin"))->trigger();
-        QVERIFY(QFile::exists(dir.path() + QStringLiteral("/Morvane_Flash.bin")));
+        QVERIFY(QFile::exists(dir.path() + "/Morvane_Flash.bin"));
     }
 };
 

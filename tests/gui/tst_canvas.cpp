@@ -1,15 +1,9 @@
-// The canvas driven by real mouse and key events on the offscreen
-// platform: drawing a widget, the release outside the canvas, dragging to
-// the edge, the resize corner, arrow keys; each checked in the page lines.
+// The canvas driven by real mouse and key events on the offscreen platform,
+// each gesture checked in the page lines.
 
 #include "GuiTestSupport.h"
 #include "designer/CanvasWidgets.h"
 #include "widgets/WidgetLine.h"
-
-#include <QCheckBox>
-#include <QDialog>
-#include <QPushButton>
-#include <QStatusBar>
 
 using namespace gui;
 
@@ -53,9 +47,7 @@ private slots:
     // video of a page, which refuses a second without a word.
     void fullTableSaysSo_data()
     {
-        QTest::addColumn<int>("kind");
-        QTest::addColumn<QString>("action");
-        QTest::addColumn<QString>("message");
+        addColumns<int, QString, QString>("kind", "action", "message");
         QTest::newRow("eight encoders") << int(WidgetKind::Encoder) << "AddEncoder" << "New Encoder id is over the maximum";
         QTest::newRow("one video") << int(WidgetKind::Video) << "actionAddVideo" << "";
     }
@@ -63,7 +55,6 @@ private slots:
     {
         QFETCH(int, kind);
         QFETCH(QString, action);
-        QFETCH(QString, message);
         const WidgetKind k = WidgetKind(kind);
         QStringList lines;
         for (int i = 0; i < WidgetKinds::info(k).maximum; ++i)
@@ -72,7 +63,7 @@ private slots:
         trigger(qPrintable(action));
         drag(QPoint(100, 200), QPoint(150, 250));
         QCOMPARE(m_w->currentPageLines(), lines);
-        QCOMPARE(m_w->statusBar()->currentMessage(), message);
+        QTEST(m_w->statusBar()->currentMessage(), "message");
         QCOMPARE(m_w->history().step(0), 0);
     }
 
@@ -100,11 +91,8 @@ private slots:
     void gestures_data()
     {
         using L = QStringList;
-        QTest::addColumn<L>("start");
-        QTest::addColumn<QString>("steps");
-        QTest::addColumn<L>("end");
-        QTest::addColumn<int>("historySteps"); // -1: not checked
-        QTest::addColumn<QString>("message");
+        // historySteps -1: not checked
+        addColumns<L, QString, L, int, QString>("start", "steps", "end", "historySteps", "message");
         const QString b0 = button(0, 10, 10, 50, 20), locked = button(0, 10, 10, 50, 20, 2);
         QTest::newRow("release past the last column") << L() << "a AddButton; d 390,290 400,295"_q << L() << 0
                                                       << "The focus is out of the effective range"_q;
@@ -149,9 +137,7 @@ private slots:
     {
         QFETCH(QStringList, start);
         QFETCH(QString, steps);
-        QFETCH(QStringList, end);
         QFETCH(int, historySteps);
-        QFETCH(QString, message);
         open(start);
         const QHash<QString, Qt::Key> keys{{"Left", Qt::Key_Left}, {"Right", Qt::Key_Right}, {"Up", Qt::Key_Up},
                                            {"Down", Qt::Key_Down}};
@@ -170,10 +156,10 @@ private slots:
             case 'a': trigger(qPrintable(arg)); break;
             }
         }
-        QCOMPARE(m_w->currentPageLines(), end);
+        QTEST(m_w->currentPageLines(), "end");
         if (historySteps >= 0)
             QCOMPARE(m_w->history().step(0), historySteps);
-        QCOMPARE(Prompts::recorded().isEmpty() ? QString() : Prompts::recorded().last().text, message);
+        QTEST(Prompts::recorded().isEmpty() ? QString() : Prompts::recorded().last().text, "message");
     }
 
     void resizeCornerCursor()
@@ -330,10 +316,7 @@ private slots:
     // A copied area larger than the target page is refused, not pasted past its edge.
     void pasteOntoASmallerPageIsRefused()
     {
-        QDir(root()).mkpath(QStringLiteral("Picture"));
-        QImage small(200, 100, QImage::Format_RGB32);
-        small.fill(Qt::gray);
-        QVERIFY(small.save(root() + QStringLiteral("Picture/0001_small.png")));
+        look::solid(root() + "Picture/0001_small.png", {200, 100}, qRgb(160, 160, 164));
         open({button(0, 150, 150, 40, 40)}, {PageList::pictureLine(1, QStringLiteral("0001_small.png"))});
         press(QPoint(140, 140));
         release(QPoint(200, 200));

@@ -1,19 +1,9 @@
-// The encoder's action list dialog on the offscreen platform: opening with an
-// entry of each mode, the defaults of New, the text OK sends, Clear, the
-// clean-up of address cells, the menus of switch and page cells, inline
-// edits, Cancel, and texts that are refused.
-//
-// Every expected entry below is written out by hand from the entry layout:
-// fields separated by ",", the last one closed by ";"; modes 2 and 3 carry
-// their report switch as the last field.
+// The encoder's action list dialog on the offscreen platform. Every expected
+// entry is written out by hand from the entry layout: fields separated by ",",
+// the last one closed by ";"; modes 2 and 3 carry their report switch last.
 
 #include "GuiTestSupport.h"
 #include "editors/DialogList.h"
-
-#include <QComboBox>
-#include <QPushButton>
-#include <QSignalSpy>
-#include <QTranslator>
 
 using namespace gui;
 
@@ -114,12 +104,10 @@ private slots:
     // OK builds the entry.
     void entries_data()
     {
-        QTest::addColumn<QString>("opened");
-        QTest::addColumn<QString>("steps");
-        QTest::addColumn<bool>("asks");
-        QTest::addColumn<QString>("shown"); // the data column, joined by ","
-        QTest::addColumn<QString>("sent");  // what OK sends; empty: the text was ignored
-        QTest::addColumn<QString>("menus"); // the words of each menu shown, menus parted by " / "
+        // shown: the data column joined by ","; sent: what OK sends, empty when the text was ignored;
+        // menus: the words of each menu shown, menus parted by " / "
+        addColumns<QString, QString, bool, QString, QString, QString>(
+            "opened", "steps", "asks", "shown", "sent", "menus");
         auto row = [](const char *name, const QString &opened, const char *steps, bool asks, const QString &shown,
                       const QString &sent, const char *menus = "") {
             QTest::newRow(name) << opened << QString(steps) << asks << shown << sent << QString(menus);
@@ -249,8 +237,7 @@ private slots:
         doubleClickCell(0); // the mode
         QVERIFY(!inlineEditor());
         doubleClickCell(2, 0); // a label
-        QVERIFY(!inlineEditor());
-        QVERIFY(m_answers.menus.isEmpty());
+        QVERIFY(!inlineEditor() && m_answers.menus.isEmpty());
         QCOMPARE(values().value(0), QStringLiteral("3"));
         QCOMPARE(labels().value(2), QStringLiteral("writeAddr"));
         // The same gesture on the switch of the row below does open its menu.

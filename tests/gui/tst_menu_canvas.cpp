@@ -1,25 +1,33 @@
-// The menu kinds and the curve on the canvas: the curve's frame and
-// reference line, and a dragged slidemenuPro that keeps room on the canvas
-// for its next item (a gap and a frame beyond it along its direction).
+// The canvas look of the curve and the qrcode (its modules where the QR code
+// generator puts them), the one video a page can hold, and a dragged
+// slidemenuPro that keeps room on the canvas for its next item.
 
 #include "GuiTestSupport.h"
 #include "designer/CanvasWidgets.h"
+#include "designer/MediaRenderers.h"
 #include "designer/MenuRenderers.h"
-#include "widgets/WidgetLine.h"
+
+#include <qrcodegen.hpp>
 
 using namespace gui;
+using look::at;
 
 namespace {
+
+constexpr QRgb kBlack = 0xFF000000, kWhite = 0xFFFFFFFF;
+
+EditBuffer qrcode(const QString &content, int steps, int w, int h)
+{
+    EditBuffer b;
+    WidgetLine::parse(QString("qrcode_0:q,0xFFFF,0x0000,64,0,0,%1,%2,%3,%4,1;").arg(w).arg(h).arg(steps).arg(content), b);
+    return b;
+}
 
 // 10,20 100 x 50; direction, frame size and gaps as given; page 1 shown.
 QString menu(const QString &direction, int frameW, int frameH, int gapV, int gapH)
 {
     return QStringLiteral("slidemenuPro_0:m,10,20,100,50,0x0000,0,Page0001,,%1,Disable,%2,%3,,,%4,%5,Disable,1;")
-        .arg(direction)
-        .arg(frameW)
-        .arg(frameH)
-        .arg(gapV)
-        .arg(gapH);
+        .arg(direction).arg(frameW).arg(frameH).arg(gapV).arg(gapH);
 }
 
 } // namespace
@@ -63,9 +71,7 @@ private slots:
     // 250; a set direction holds the menu back by gap + frame.
     void slideMenuDrag_data()
     {
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<QPoint>("to");
-        QTest::addColumn<QPoint>("expected");
+        addColumns<QString, QPoint, QPoint>("line", "to", "expected");
         QTest::newRow("sideways: 400 - (100 + 10 + 60)") << menu("Horizontal", 60, 40, 5, 10) << QPoint(1000, 30)
                                                          << QPoint(230, 20);
         QTest::newRow("upright: 300 - (50 + 5 + 40)") << menu("Vertical", 60, 40, 5, 10) << QPoint(30, 1000)
@@ -85,17 +91,69 @@ private slots:
         QFETCH(QPoint, to);
         QFETCH(QPoint, expected);
         project({PageList::blankLine(0), PageList::pictureLine(1, "0001_list.png")}, {{line}, {}});
-        QImage list(80, 40, QImage::Format_RGB32);
-        list.fill(Qt::darkGreen);
-        QVERIFY(list.save(root() + "Picture/0001_list.png"));
+        look::solid(root() + "Picture/0001_list.png", {80, 40}, qRgb(0, 128, 0));
         QVERIFY(openWindow());
-        press(QPoint(20, 30));
-        move(to);
-        release(to);
+        drag(QPoint(20, 30), to);
         EditBuffer moved;
         WidgetLine::parse(m_w->currentPageLines().value(0), moved);
         QCOMPARE(QPoint(moved.x(), moved.y()), expected);
         QCOMPARE(m_w->canvasWidgets()->find("slidemenuPro_0")->pos(), expected);
+    }
+
+    // "A" is a version 1 code, 21 modules, on 50 pixels: module i starts at
+    // i x 50 / 21 truncated (0, 2, 4, 7, 9, 11, 14, 16, ...). The finder in
+    // the corner is dark on modules 0-6 of row 0 (pixels 0-15), light on
+    // module 7 (16-18); in row 1 module 1 (pixels 2-3) is light; its centre,
+    // modules 2-4, is dark (module 2 of row 3: pixel 5, 7).
+    void finderAtAnUnevenScale_data()
+    {
+        addColumns<QPoint, QRgb>("pixel", "colour");
+        QTest::newRow("row 0, module 6") << QPoint(15, 1) << kBlack;
+        QTest::newRow("row 0, module 7") << QPoint(16, 0) << kWhite;
+        QTest::newRow("row 1, module 1") << QPoint(2, 2) << kWhite;
+        QTest::newRow("centre") << QPoint(5, 7) << kBlack;
+        QTest::newRow("beyond the side") << QPoint(55, 52) << kWhite;
+    }
+    void finderAtAnUnevenScale()
+    {
+        QFETCH(QPoint, pixel);
+        const QImage image = MediaRenderers::renderQrcode(qrcode("A", 1, 60, 55), QString());
+        QCOMPARE(image.size(), QSize(60, 55)); // the widget's rectangle, white beyond the code
+        QTEST(at(image, pixel.x(), pixel.y()), "colour");
+    }
+
+    // Two steps of 50 for a 25-module code (version 2): 4 pixels a module,
+    // each one dark exactly where the generator says.
+    void everyModule()
+    {
+        const QString url = "https://www.example.com";
+        const QImage image = MediaRenderers::renderQrcode(qrcode(url, 2, 100, 100), QString());
+        const auto code = qrcodegen::QrCode::encodeText(url.toUtf8().constData(), qrcodegen::QrCode::Ecc::LOW);
+        QCOMPARE(code.getSize(), 25);
+        QCOMPARE(image.size(), QSize(100, 100));
+        for (int y = 0; y < 25; ++y)
+            for (int x = 0; x < 25; ++x)
+                for (const QPoint corner : {QPoint(4 * x, 4 * y), QPoint(4 * x + 3, 4 * y + 3)})
+                    QCOMPARE(at(image, corner.x(), corner.y()), code.getModule(x, y) ? kBlack : kWhite);
+    }
+
+    void tooLong()
+    {
+        // 3000 bytes are more than the largest code holds (2953)
+        QString problem;
+        QVERIFY(MediaRenderers::renderQrcode(qrcode(QString(3000, 'a'), 1, 50, 50), QString(), &problem).isNull());
+        QCOMPARE(problem, QString("q: the content is too long for a QR code"));
+    }
+
+    // A page holds one video: its slot table has no room for a second,
+    // and a line of a second is refused by its index.
+    void oneVideoPerPage()
+    {
+        QLabel canvas;
+        CanvasWidgets widgets(&canvas);
+        QCOMPARE(widgets.load("video_0:v,0xFFFF,0,0,10,10;", 1.0f, QString()), QString());
+        QCOMPARE(widgets.lowestFree(WidgetKind::Video), -1);
+        QCOMPARE(widgets.load("video_1:v,0xFFFF,0,0,10,10;", 1.0f, QString()), QString("Error Video index:1"));
     }
 };
 

@@ -1,11 +1,6 @@
-// Page operations and history in the designer, on real project folders:
-// new / clone / clean / delete, the page menu, undo and redo of page edits,
-// Save All folding steps, and recovery after a session that did not end.
+// Page operations and history in the designer, on real project folders.
 
 #include "GuiTestSupport.h"
-
-#include <QMenu>
-#include <QTextEdit>
 
 using namespace gui;
 
@@ -62,10 +57,9 @@ private slots:
         QCOMPARE(m_w->currentPageRow(), 2);
         QCOMPARE(cell(*m_w, "tableView_Page", 2), QStringLiteral("0002_RGBColor(0,0,0)"));
         QCOMPARE(m_w->pageInfoList().last(), PageList::blankLine(2));
-        QVERIFY(QFile::exists(cfg(2)));
-        QVERIFY(m_w->currentPageLines().isEmpty());
+        QVERIFY(QFile::exists(cfg(2)) && m_w->currentPageLines().isEmpty());
         // leaving page 0 for the new page took a step of page 0
-        QVERIFY(QFile::exists(root() + QStringLiteral("Plugin/Page0000.cfb1")));
+        QVERIFY(QFile::exists(root() + "Plugin/Page0000.cfb1"));
 
         // clone page 1: its lines and its page-list fields come along
         clickPage(*m_w, 1);
@@ -133,7 +127,7 @@ private slots:
         QVERIFY(saved.first().startsWith(QStringLiteral("Page:")));
         QVERIFY(saved.first().contains(QStringLiteral(";Folded;")));
         QCOMPARE(m_w->pageInfoList().value(0), QStringLiteral("Page0000:RGBColor(0,0,0);Folded;RGBColor(0,0,0);"));
-        QVERIFY(TextFiles::readLines(root() + QStringLiteral("p.uiprj")).contains(m_w->pageInfoList().value(0)));
+        QVERIFY(TextFiles::readLines(root() + "p.uiprj").contains(m_w->pageInfoList().value(0)));
     }
 
     // Auto-save off takes no step of a changed page; on, it takes one
@@ -152,42 +146,24 @@ private slots:
     }
 
     // A session that dies with unsaved steps of both pages; the next open
-    // asks, and Yes brings both back, No drops the steps.
-    void recoveryAfterCrash_data()
+    // asks, and No drops the steps (Yes: tst_work_safety).
+    void recoveryRefusedDropsTheSteps()
     {
-        QTest::addColumn<bool>("restore");
-        QTest::newRow("yes") << true;
-        QTest::newRow("no") << false;
-    }
-
-    void recoveryAfterCrash()
-    {
-        QFETCH(bool, restore);
         open(2);
         renamePage(QStringLiteral("Unsaved0"));
         clickPage(*m_w, 1);
         renamePage(QStringLiteral("Unsaved1"));
         clickPage(*m_w, 0); // step of page 1; page 0 shown again
         closeWindow();      // killed: backup.txt stays behind
-        QVERIFY(QFile::exists(root() + QStringLiteral("backup.txt")));
-        QVERIFY(QFile::exists(root() + QStringLiteral("Plugin/Page0001.cfb1")));
+        QVERIFY(QFile::exists(root() + "backup.txt") && QFile::exists(root() + "Plugin/Page0001.cfb1"));
 
-        m_answers.answer = restore ? QMessageBox::Yes : QMessageBox::No;
+        m_answers.answer = QMessageBox::No;
         QVERIFY(openWindow());
         QCOMPARE(lastPrompt(), QStringLiteral("Last abnormal exit, need to restore the last state?    "));
-        QCOMPARE(m_w->recoveryMode(), restore);
+        QVERIFY(!m_w->recoveryMode());
         clickPage(*m_w, 1);
-        if (restore) {
-            QCOMPARE(m_w->pageAttributes().name, QStringLiteral("Unsaved1"));
-            QVERIFY(QFile::exists(root() + QStringLiteral("Plugin/Page0001.cfb1")));
-            clickPage(*m_w, 0);
-            QCOMPARE(m_w->pageAttributes().name, QStringLiteral("Unsaved0"));
-        } else {
-            QCOMPARE(m_w->currentPageLines(), QStringList{QStringLiteral("button_1:1,2,3,4;")});
-            QVERIFY(!QFile::exists(root() + QStringLiteral("Plugin/Page0001.cfb1")));
-            QVERIFY(!QFile::exists(root() + QStringLiteral("Plugin/Page0000.cfb1")));
-        }
-        // the .cfg files are untouched until a Save All
+        QCOMPARE(m_w->currentPageLines(), QStringList{QStringLiteral("button_1:1,2,3,4;")});
+        QVERIFY(!QFile::exists(root() + "Plugin/Page0001.cfb1") && !QFile::exists(root() + "Plugin/Page0000.cfb1"));
         QCOMPARE(TextFiles::readLines(cfg(1)), QStringList{QStringLiteral("button_1:1,2,3,4;")});
     }
 
@@ -232,11 +208,8 @@ private slots:
     {
         open(1);
         m_answers.answer = QMessageBox::Discard;
-        QVERIFY(m_w->close());
-        QVERIFY(QFile::exists(cfg(0) + QStringLiteral(".bak1")));
-        QVERIFY(!QFile::exists(root() + QStringLiteral("backup.txt")));
-        QVERIFY(openWindow());
-        QVERIFY(QFile::exists(cfg(0) + QStringLiteral(".bak")));
+        QVERIFY(m_w->close() && QFile::exists(cfg(0) + ".bak1"));
+        QVERIFY(!QFile::exists(root() + "backup.txt") && openWindow() && QFile::exists(cfg(0) + ".bak"));
     }
 };
 

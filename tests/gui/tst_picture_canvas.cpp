@@ -1,27 +1,21 @@
-// The canvas look of the picture kinds: solid-coloured pictures are
+// The canvas look of the picture and time kinds: solid-coloured pictures are
 // written into Icon/, and the pixels of what a widget shows are checked
-// against places worked out by hand.
+// against places worked out by hand. The time kinds show 2026-05-28 (a
+// Thursday) 10:10:30 on the canvas; the keyboards keep their family's look.
 
 #include "GuiTestSupport.h"
 #include "designer/CanvasWidgets.h"
 #include "designer/PictureRenderers.h"
-#include "widgets/WidgetLine.h"
+#include "designer/TimeRenderers.h"
+#include "designer/WidgetLook.h"
 
 using namespace gui;
+using namespace gui::look;
 
 namespace {
 
-constexpr QRgb kRed = 0xFFFF0000, kGreen = 0xFF00FF00, kBlue = 0xFF0000FF;
-
-EditBuffer widget(WidgetKind kind, const QRect &rect, const QVector<QPair<const char *, QString>> &texts)
-{
-    EditBuffer b = WidgetLine::createNew(kind, 0, rect);
-    for (const auto &[key, text] : texts)
-        b.setValue(b.definition()->indexOf(key), WidgetLine::readLineText(*b.definition()->find(key), text));
-    return b;
-}
-
-QRgb at(const QImage &image, int x, int y) { return image.convertToFormat(QImage::Format_ARGB32).pixel(x, y); }
+// The picture at place p of a run (digit, minus 10, point 11, colon 12).
+QRgb placeColour(int p) { return qRgb(20 * p, 255 - 20 * p, 40); }
 
 } // namespace
 
@@ -29,12 +23,7 @@ class TestPictureCanvas : public QObject, Fixture
 {
     Q_OBJECT
 
-    void solid(const QString &name, const QSize &size, QRgb colour)
-    {
-        QImage image(size, QImage::Format_ARGB32);
-        image.fill(colour);
-        QVERIFY(image.save(root() + "Icon/" + name));
-    }
+    void solid(const QString &name, const QSize &size, QRgb colour) { look::solid(root() + "Icon/" + name, size, colour); }
     // Icon/: 0001 red 6 x 4, 0002 green 5 x 3, 0003 blue 40 x 10, 0004 a broken PNG.
     void pictures()
     {
@@ -43,6 +32,13 @@ class TestPictureCanvas : public QObject, Fixture
         solid("0002_green.png", {5, 3}, kGreen);
         solid("0003_blue.png", {40, 10}, kBlue);
         writeFile(root() + "Icon/0004_broken.png", QByteArray("\x89PNG\r\n\x1a\n garbage", 17));
+    }
+    // Icon/0020 ... 0032: a run of 4 x 6 pictures, place p in placeColour(p).
+    void run()
+    {
+        project({PageList::blankLine(0)});
+        for (int p = 0; p <= 12; ++p)
+            solid(QString("%1_d.png").arg(20 + p, 4, 10, QLatin1Char('0')), {4, 6}, placeColour(p));
     }
 
 private slots:
@@ -54,12 +50,8 @@ private slots:
     // size, twice as large at zoom 2; a missing or broken one shows nothing.
     void pictureWidgets_data()
     {
-        QTest::addColumn<int>("kind");
-        QTest::addColumn<QString>("field");
-        QTest::addColumn<QString>("file");
-        QTest::addColumn<QString>("defaultId");
-        QTest::addColumn<QSize>("size"); // invalid: no picture
-        QTest::addColumn<QRgb>("colour");
+        // an invalid size: no picture
+        addColumns<int, QString, QString, QString, QSize, QRgb>("kind", "field", "file", "defaultId", "size", "colour");
         QTest::newRow("icon: first of the run") << int(WidgetKind::Icon) << "firstIcon" << "0001_red.png" << "" << QSize(6, 4) << kRed;
         QTest::newRow("icon: default id inside the run") << int(WidgetKind::Icon) << "firstIcon" << "0001_red.png" << "0002_green.png" << QSize(5, 3) << kGreen;
         QTest::newRow("icon: default id outside the run") << int(WidgetKind::Icon) << "firstIcon" << "0001_red.png" << "0003_blue.png" << QSize(6, 4) << kRed;
@@ -75,7 +67,6 @@ private slots:
         QFETCH(QString, file);
         QFETCH(QString, defaultId);
         QFETCH(QSize, size);
-        QFETCH(QRgb, colour);
         pictures();
         const QByteArray key = field.toLatin1();
         QVector<QPair<const char *, QString>> texts{{key.constData(), file}};
@@ -92,7 +83,7 @@ private slots:
         if (!size.isValid())
             return;
         QCOMPARE(label->size(), size);
-        QCOMPARE(at(shown, size.width() - 1, size.height() - 1), colour);
+        QTEST(at(shown, size.width() - 1, size.height() - 1), "colour");
         QString problem;
         m_w->canvasWidgets()->paint(label, w, 2.0f, root(), &problem);
         QCOMPARE(label->pixmap(Qt::ReturnByValue).size(), size * 2);
@@ -113,9 +104,7 @@ private slots:
     // painted red here) clipped to the share of the value along the direction.
     void progressShare_data()
     {
-        QTest::addColumn<QString>("direction");
-        QTest::addColumn<QString>("value");
-        QTest::addColumn<QRect>("red");
+        addColumns<QString, QString, QRect>("direction", "value", "red");
         QTest::newRow("50 % left to right") << "L_to_R" << "50" << QRect(0, 0, 20, 10);
         QTest::newRow("50 % right to left") << "R_to_L" << "50" << QRect(20, 0, 20, 10);
         QTest::newRow("30 % bottom up: rows 7..9") << "D_to_U" << "30" << QRect(0, 7, 40, 3);
@@ -147,10 +136,7 @@ private slots:
     // and turned by angle - 180 about its centre, placed at pivot - (half size).
     void needleAngle_data()
     {
-        QTest::addColumn<QString>("value");
-        QTest::addColumn<QPoint>("green");
-        QTest::addColumn<QPoint>("blue");
-        QTest::addColumn<QPoint>("empty");
+        addColumns<QString, QPoint, QPoint, QPoint>("value", "green", "blue", "empty");
         // -90: (x, y) -> (y, 5 - x) in a 24 x 6 image at (8, 17); tip left
         QTest::newRow("90: points left") << "90" << QPoint(18, 21) << QPoint(18, 18) << QPoint(28, 21);
         // -180: (x, y) -> (5 - x, 23 - y) in a 6 x 24 image at (17, 8); tip down
@@ -200,10 +186,8 @@ private slots:
     // columns start at 10 - 3 = 7.
     void gaugeNumbers_data()
     {
-        QTest::addColumn<int>("kind");
-        QTest::addColumn<QStringList>("fields"); // key=text
-        QTest::addColumn<QPoint>("where");
-        QTest::addColumn<int>("digit"); // -1: nothing drawn there
+        // fields: key=text; digit -1: nothing drawn there
+        addColumns<int, QStringList, QPoint, int>("kind", "fields", "where", "digit");
         const QStringList ring = {"digitDisplayMode=IconNum", "firstIcon=0010_d.png", "lastIcon=0019_d.png",
                              "defaultValue=42", "integerDigit=2", "promptNum_X=110",
                              "promptNum_Y=60"};
@@ -252,6 +236,97 @@ private slots:
         }
         QVERIFY(!img.isNull());
         QCOMPARE(at(img, where.x(), where.y()), qRgb(0, 20 * digit, 255));
+    }
+
+    // RTC formats at the fixed moment; a timer's preset 3725 s is 1 h 2 min 5 s.
+    void digits_data()
+    {
+        addColumns<int, QString, QString, QVector<int>>("kind", "format", "last", "places");
+        const int rtc = int(WidgetKind::RTC), timer = int(WidgetKind::UITimer);
+        QTest::newRow("10:10:30") << rtc << "HH:MM:SS" << "0032_d.png" << QVector<int>{1, 0, 12, 1, 0, 12, 3, 0};
+        // the date's "/" shows the minus sign
+        QTest::newRow("26/05/28") << rtc << "YY/MM/DD" << "0032_d.png" << QVector<int>{2, 6, 10, 0, 5, 10, 2, 8};
+        QTest::newRow("minutes 10:30") << rtc << "MM:SS" << "0032_d.png" << QVector<int>{1, 0, 12, 3, 0};
+        QTest::newRow("Thursday") << rtc << "Week" << "0032_d.png" << QVector<int>{4};
+        QTest::newRow("a blank cell") << rtc << "YY/MM/DD HH:MM:SS" << "0032_d.png"
+                                      << QVector<int>{2, 6, 10, 0, 5, 10, 2, 8, -1, 1, 0, 12, 1, 0, 12, 3, 0};
+        QTest::newRow("a run of digits has no colon") << rtc << "HH:MM" << "0029_d.png" << QVector<int>{1, 0, -1, 1, 0};
+        QTest::newRow("01:02:05") << timer << "HH:MM:SS" << "" << QVector<int>{0, 1, 12, 0, 2, 12, 0, 5};
+        QTest::newRow("62:05") << timer << "MM:SS" << "" << QVector<int>{6, 2, 12, 0, 5};
+        QTest::newRow("3725") << timer << "SS" << "" << QVector<int>{3, 7, 2, 5};
+        QTest::newRow("NULL shows nothing") << timer << "NULL" << "" << QVector<int>{};
+    }
+    void digits()
+    {
+        QFETCH(int, kind);
+        QFETCH(QString, format);
+        QFETCH(QString, last);
+        QFETCH(QVector<int>, places);
+        run();
+        EditBuffer w = widget(WidgetKind(kind), {0, 0, 10, 10},
+                              {{"firstIcon", "0020_d.png"}, {"lastIcon", last}, {"displayFormat", format}});
+        if (w.has("presetAddr_value"))
+            w.setNumber("presetAddr_value", 3725);
+        const QImage image = w.kind() == WidgetKind::RTC ? TimeRenderers::renderRTC(w, root(), nullptr)
+                                                          : TimeRenderers::renderTimer(w, root(), nullptr);
+        QCOMPARE(image.size(), places.isEmpty() ? QSize(0, 0) : QSize(4 * places.size(), 6));
+        for (int i = 0; i < places.size(); ++i) { // cell i shows place p, or nothing for -1
+            const QRgb px = at(image, 4 * i + 1, 2);
+            if (places[i] < 0)
+                QCOMPARE(qAlpha(px), 0);
+            else
+                QCOMPARE(px, placeColour(places[i]));
+        }
+    }
+
+    // A 100 x 100 clock without a dial picture, centre (50, 50); at
+    // 10:10:30 the second hand points down (180 degrees), the minute hand
+    // to 63 degrees, the hour hand to 305.25 degrees (clockwise from twelve).
+    void clockHands()
+    {
+        run();
+        const EditBuffer w = widget(
+            WidgetKind::Clock, {0, 0, 100, 100},
+            {{"hourHand_L", "30"}, {"hourHand_S", "0"}, {"hourHand_W", "5"}, {"hourHandColor", "0x0000FF"},
+             {"minuteHand_L", "40"}, {"minuteHand_S", "0"}, {"minuteHand_W", "5"}, {"minuteHandColor", "0x00FF00"},
+             {"secondHand_L", "45"}, {"secondHand_S", "10"}, {"secondHand_W", "5"}, {"secondHandColor", "0xFF0000"}});
+        const QImage img = TimeRenderers::renderClock(w, root(), nullptr);
+        QCOMPARE(img.size(), QSize(100, 100));
+        QCOMPARE(at(img, 50, 85), kRed);   // 35 below the centre
+        QCOMPARE(at(img, 50, 45), kRed);   // its short end, 5 above
+        // 30 out at 63 degrees: (50 + 30 sin 63, 50 - 30 cos 63) = (76.7, 36.4)
+        QCOMPARE(at(img, 76, 36), kGreen);
+        // 20 out at 305.25 degrees: (50 - 20 x 0.817, 50 - 20 x 0.577) = (33.7, 38.5)
+        QCOMPARE(at(img, 33, 38), kBlue);
+        QCOMPARE(qAlpha(at(img, 80, 80)), 0); // between the hands, inside the dial
+
+        // a dial picture gives the size
+        solid("0040_dial.png", {60, 40}, qRgb(90, 90, 90));
+        EditBuffer dial = w;
+        dial.setText("background", "0040_dial.png");
+        QCOMPARE(TimeRenderers::renderClock(dial, root(), nullptr).size(), QSize(60, 40));
+    }
+
+    // On the page: an RTC takes the size of its digits; the keyboards,
+    // which draw nothing of their own, keep their family's look and tag.
+    void onTheCanvas()
+    {
+        run();
+        writeFile(cfg(0), "RTC_0:10,10,50,50,0xFFFF,0020_d.png,0032_d.png,HH:MM,clock,0xFFFF,1;\n" // lines cut short
+                          "keypad_0:0x0000,2,100,20,80,60;\nenkeyB_0:en,0x0000,16,200,20,80,60;\n"
+                          "cnkeyB_0:cn,0x0000,16,300,20,80,60;\n");
+        QVERIFY(openWindow());
+        QLabel *rtc = m_w->canvasWidgets()->find("RTC_0");
+        QVERIFY(rtc);
+        QCOMPARE(rtc->size(), QSize(20, 6)); // "10:10" in five 4-wide cells
+
+        for (const char *name : {"keypad_0", "enkeyB_0", "cnkeyB_0"}) {
+            QLabel *label = m_w->canvasWidgets()->find(name);
+            QVERIFY2(label && label->pixmap(Qt::ReturnByValue).isNull(), name); // so it carries its name tag
+            const WidgetKind kind = WidgetKinds::kindOfName(name);
+            QVERIFY(WidgetLook::family(kind) == WidgetLook::Family::Keyboard);
+            QCOMPARE(label->styleSheet(), WidgetLook::style(kind));
+        }
     }
 };
 

@@ -1,19 +1,9 @@
 // The project settings dialog on the offscreen platform: the chip rules as the
-// user meets them through comboBox_ICType, the TFT and flash type memories,
-// validators, the hidden chips, the resolution question on close, and the
-// way edits reach the settings model and its file.
+// user meets them, and the way edits reach the settings model and its file.
 
 #include "GuiTestSupport.h"
 #include "editors/DialogProjectSetting.h"
 #include "project/ProjectSettings.h"
-
-#include <QCheckBox>
-#include <QComboBox>
-#include <QGroupBox>
-#include <QListView>
-#include <QPushButton>
-#include <QSignalSpy>
-#include <QTranslator>
 
 using namespace gui;
 
@@ -31,9 +21,7 @@ public:
     bool isEmpty() const override { return false; }
     QString translate(const char *context, const char *sourceText, const char * = nullptr, int = -1) const override
     {
-        if (qstrcmp(context, "vantile::DialogProjectSetting") != 0)
-            return QString();
-        return QStringLiteral("<") + QString::fromUtf8(sourceText) + QStringLiteral(">");
+        return qstrcmp(context, "vantile::DialogProjectSetting") ? QString() : "<" + QString::fromUtf8(sourceText) + ">";
     }
 };
 
@@ -113,8 +101,6 @@ private slots:
         Prompts::removeResponder();
         delete m_dialog;
         delete m_model;
-        m_dialog = nullptr;
-        m_model = nullptr;
     }
 
     void chipListAndSupplierFields()
@@ -172,9 +158,7 @@ private slots:
     // the chip before had them.
     void chipDependency_data()
     {
-        QTest::addColumn<int>("from");
-        QTest::addColumn<int>("to");
-        QTest::addColumn<QString>("state");
+        addColumns<int, int, QString>("from", "to", "state");
         const struct { int from, to; const char *state; } rows[] = {
             {9, 0, "swap, fixed zip off, RGB565, fixed flash blank, fixed rotate, TFT cleared"},
             {9, 1, "swap, fixed zip off, RGB565, fixed flash blank, fixed rotate, TFT cleared"},
@@ -201,7 +185,6 @@ private slots:
     {
         QFETCH(int, from);
         QFETCH(int, to);
-        QFETCH(QString, state);
         QCOMPARE(combo("comboBox_ICType")->currentIndex(), 3);
         combo("comboBox_RGBIF")->setCurrentIndex(1);
         if (from != 3)
@@ -214,7 +197,7 @@ private slots:
         chooseChip(to);
         QCOMPARE(icSpy.count(), 1);
         QCOMPARE(icSpy.at(0).at(0).toInt(), to);
-        QCOMPARE(chipState(), state);
+        QTEST(chipState(), "state");
         QVERIFY(!check("checkBox_ByteSwap")->isChecked());
         // the model follows the form
         QCOMPARE(m_model->panelType, to);
@@ -243,8 +226,7 @@ private slots:
         chooseChip(3);
         expectShown({{"lineEdit_HBPD", "99"}, {"lineEdit_HFPD", "160"}, {"lineEdit_VSPW", "3"}, {"checkBox_PCLK", "0"},
                      {"checkBox_BGR", "1"}, {"checkBox_HSYNC", "1"}});
-        QVERIFY(edit("lineEdit_HBPD")->isEnabled());
-        QVERIFY(m_model->toIni().contains("\nHBPD: 99\n"));
+        QVERIFY(edit("lineEdit_HBPD")->isEnabled() && m_model->toIni().contains("\nHBPD: 99\n"));
     }
 
     // The flash type is remembered for VC530 across other chips, and written
@@ -260,8 +242,7 @@ private slots:
         QVERIFY(m_model->toIni().contains("\nFlashType: 2\n"));
         chooseChip(3);
         QCOMPARE(flash->currentText(), QStringLiteral("NandFlash"));
-        QVERIFY(flash->isEnabled());
-        QVERIFY(m_model->toIni().contains("\nFlashType: 1\n"));
+        QVERIFY(flash->isEnabled() && m_model->toIni().contains("\nFlashType: 1\n"));
 
         // VC530 read with a blank flash type shows it blank, for the user to pick.
         m_model->readIni("\xEF\xBB\xBF[INFO]\nPanelType: 3\nFlashType: 2\n", 1);
@@ -343,8 +324,7 @@ private slots:
         m_dialog->loadFromSettings();
         QCOMPARE(ic->currentIndex(), 0);
         QCOMPARE(ic->currentText(), QStringLiteral("VC210"));
-        QVERIFY(!combo("comboBox_Rotate")->isEnabled());
-        QVERIFY(!edit("lineEdit_HBPD")->isEnabled());
+        QVERIFY(!combo("comboBox_Rotate")->isEnabled() && !edit("lineEdit_HBPD")->isEnabled());
     }
 
     void loadShowsTheModel()
@@ -385,8 +365,7 @@ private slots:
         m_model->byteSwap = true;
         m_dialog->loadFromSettings();
         expectShown({{"lineEdit_HBPD", "33"}, {"checkBox_ByteSwap", "1"}});
-        QVERIFY(!edit("lineEdit_HBPD")->isEnabled());
-        QVERIFY(check("checkBox_ByteSwap")->isEnabled());
+        QVERIFY(!edit("lineEdit_HBPD")->isEnabled() && check("checkBox_ByteSwap")->isEnabled());
         QCOMPARE(m_model->tft.hbpd, QStringLiteral("33"));
         QVERIFY(m_model->byteSwap);
         QCOMPARE(m_model->panelType, 6);
@@ -396,13 +375,11 @@ private slots:
         // A VC650 project: the check is off and greyed whatever the dialog showed before.
         m_model->readIni("[INFO]\nPanelType: 5\nPIMGZip: 1\n", 1);
         m_dialog->loadFromSettings();
-        QVERIFY(!check("checkBox_PageImageZip")->isChecked());
-        QVERIFY(!check("checkBox_PageImageZip")->isEnabled());
+        QVERIFY(!check("checkBox_PageImageZip")->isChecked() && !check("checkBox_PageImageZip")->isEnabled());
         // A VC110B(RGB) project keeps it.
         m_model->readIni("[INFO]\nPanelType: 8\nPIMGZip: 1\n", 1);
         m_dialog->loadFromSettings();
-        QVERIFY(check("checkBox_PageImageZip")->isChecked());
-        QVERIFY(check("checkBox_PageImageZip")->isEnabled());
+        QVERIFY(check("checkBox_PageImageZip")->isChecked() && check("checkBox_PageImageZip")->isEnabled());
     }
 
     void editsReachTheModelAndTheFile()
@@ -411,16 +388,23 @@ private slots:
             {"lineEdit_USER_KEY", "0x12AB"}, {"lineEdit_XSIZE", "480"}, {"lineEdit_YSIZE", "272"},
             {"lineEdit_StartBytes", "0x5A,0xA6"}, {"lineEdit_DevNum", "17"}, {"lineEdit_KPTM", "30"},
             {"lineEdit_GeData", "64"}};
-        for (const auto &t : typed)
+        QStringList names = {"lineEdit_HBPD", "comboBox_ICType", "comboBox_FalshType", "checkBox_PCLK"}; // untouched
+        for (const auto &t : typed) {
             typeInto(edit(t.first), QLatin1String(t.second));
+            names << t.first;
+        }
         const QPair<const char *, int> picked[] = {{"comboBox_BAUD", 6}, {"comboBox_EOCheck", 1},
                                                    {"comboBox_Rotate", 1}, {"comboBox_FlhSize", 7},
                                                    {"comboBox_SPage", 1}};
-        for (const auto &p : picked)
+        for (const auto &p : picked) {
             combo(p.first)->setCurrentIndex(p.second);
+            names << p.first;
+        }
         for (const char *n : {"checkBox_NoFB", "checkBox_AutoBL", "checkBoxInitVar", "checkBox_GBKCode",
-                              "checkBox_aRGB_Png", "checkBox_HSYNC" /* off */})
+                              "checkBox_aRGB_Png", "checkBox_HSYNC" /* off */}) {
             check(n)->click();
+            names << n;
+        }
 
         const QByteArray ini = m_model->toIni();
         for (const char *line : {"\nUserID: 0x12AB\n", "\nXSIZE: 480\n", "\nYSIZE: 272\n", "\nStartByte: 0x5A,0xA6\n",
@@ -439,24 +423,15 @@ private slots:
         DialogProjectSetting other;
         other.setSettings(&again);
         other.loadFromSettings();
-        for (const char *n : {"lineEdit_USER_KEY", "lineEdit_XSIZE", "lineEdit_YSIZE", "lineEdit_StartBytes",
-                              "lineEdit_DevNum", "lineEdit_KPTM", "lineEdit_GeData", "lineEdit_HBPD", "comboBox_BAUD",
-                              "comboBox_EOCheck", "comboBox_Rotate", "comboBox_FlhSize", "comboBox_SPage",
-                              "comboBox_ICType", "comboBox_FalshType", "checkBox_NoFB", "checkBox_AutoBL",
-                              "checkBoxInitVar", "checkBox_GBKCode", "checkBox_aRGB_Png", "checkBox_HSYNC",
-                              "checkBox_PCLK"})
-            QCOMPARE(shown(other.findChild<QWidget *>(QLatin1String(n))), shown(n));
+        for (const QString &n : names)
+            QCOMPARE(shown(other.findChild<QWidget *>(n)), shown(qPrintable(n)));
     }
 
     // Closing with a changed size asks; Yes keeps it, No puts the stored size
     // back, Cancel keeps the dialog open. Escape closes the same way.
     void resolutionQuestion_data()
     {
-        QTest::addColumn<bool>("changed");
-        QTest::addColumn<bool>("escape");
-        QTest::addColumn<int>("answer");
-        QTest::addColumn<bool>("stays");
-        QTest::addColumn<QString>("xAfter");
+        addColumns<bool, bool, int, bool, QString>("changed", "escape", "answer", "stays", "xAfter");
         QTest::newRow("OK, Yes keeps") << true << false << int(QMessageBox::Yes) << false << "1024"_q;
         QTest::newRow("OK, No restores") << true << false << int(QMessageBox::No) << false << "800"_q;
         QTest::newRow("OK, Cancel stays open") << true << false << int(QMessageBox::Cancel) << true << "1024"_q;

@@ -7,11 +7,9 @@
 #include "designer/CanvasWidgets.h"
 #include "designer/TextRenderers.h"
 #include "widgets/LineGrammar.h"
-#include "widgets/WidgetLine.h"
-
-#include <QTextEdit>
 
 using namespace gui;
+using namespace gui::look;
 
 namespace {
 
@@ -74,18 +72,6 @@ QImage pictureOf(QLabel *label)
     return label ? label->pixmap(Qt::ReturnByValue).toImage().convertToFormat(QImage::Format_ARGB32) : QImage();
 }
 
-EditBuffer widget(WidgetKind kind, int index, const QRect &rect, const QVector<QPair<const char *, QString>> &texts)
-{
-    EditBuffer b = WidgetLine::createNew(kind, quint32(index), rect);
-    for (const auto &[key, text] : texts) {
-        const FieldDef *f = b.definition()->find(key);
-        b.setValue(b.definition()->indexOf(key), WidgetLine::readLineText(*f, text));
-    }
-    return b;
-}
-
-constexpr QRgb kRed = 0xFFFF0000;
-
 } // namespace
 
 class TestTextCanvas : public QObject, Fixture
@@ -104,12 +90,9 @@ class TestTextCanvas : public QObject, Fixture
         writeFile(root() + "FontBin/00_TestFont8.bin", testFont("AS", 8, 8));
         writeFile(root() + "FontBin/01_WideFont.bin", testFont("UN", 16, 12));
         writeFile(root() + "FontBin/03_Broken.bin", QByteArray(60, '\x41'));
-        const QRgb colours[] = {0xFFFF0000, 0xFF00FF00, 0xFF0000FF};
-        for (int d = 0; d < 3; ++d) {
-            QImage digit(4 + (d == 1 ? -1 : d == 2 ? 1 : 0), 6, QImage::Format_ARGB32);
-            digit.fill(colours[d]);
-            QVERIFY(digit.save(root() + QString("Icon/000%1_d%1.png").arg(d)));
-        }
+        const QRgb colours[] = {kRed, kGreen, kBlue};
+        for (int d = 0; d < 3; ++d)
+            solid(root() + QString("Icon/000%1_d%1.png").arg(d), {4 + (d == 1 ? -1 : d == 2 ? 1 : 0), 6}, colours[d]);
         QVERIFY(openWindow());
     }
     QImage shown(const char *name) { return pictureOf(m_w->canvasWidgets()->find(QLatin1String(name))); }
@@ -123,11 +106,8 @@ private slots:
     // read back from the label's picture, and no ink outside them.
     void labelText_data()
     {
-        QTest::addColumn<QString>("alignment"); // its number
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<bool>("password");
-        QTest::addColumn<int>("glyphX");
-        QTest::addColumn<QString>("expected");
+        // alignment: its number
+        addColumns<QString, QString, bool, int, QString>("alignment", "text", "password", "glyphX", "expected");
         QTest::newRow("Left") << "0" << "I0" << false << 0 << "I0";
         QTest::newRow("T-Middle: (40 - 16) / 2") << "4" << "I0" << false << 12 << "I0";
         QTest::newRow("B-Right: 40 - 16") << "8" << "I0" << false << 24 << "I0";
@@ -141,7 +121,7 @@ private slots:
         QFETCH(bool, password);
         QFETCH(int, glyphX);
         QFETCH(QString, expected);
-        open({widget(WidgetKind::Label, 0, {10, 10, 40, 16},
+        open({widget(WidgetKind::Label, {10, 10, 40, 16},
                      {{"alignment", alignment}, {"defaultText", LineGrammar::toHexText(text)},
                       {"passwordMode", password ? "Enable" : "Disable"}, {"fontColor", "0xFF0000"},
                       {"backgroundColor", "1"}, {"background_Color", "0x0000FF"}})});
@@ -164,11 +144,8 @@ private slots:
     // no unit. A value a signed byte can't hold shows as the panel reads it.
     void numberDigitsAndUnit_data()
     {
-        QTest::addColumn<QString>("value");
-        QTest::addColumn<QString>("dataType");
-        QTest::addColumn<QString>("leadingZero");
-        QTest::addColumn<QString>("unitLength");
-        QTest::addColumn<QString>("expected");
+        addColumns<QString, QString, QString, QString, QString>(
+            "value", "dataType", "leadingZero", "unitLength", "expected");
         QTest::newRow("leading zeros, unit behind") << "10" << "short" << "Enable" << "1" << "010.0V";
         QTest::newRow("no zeros, unit length 0") << "10" << "short" << "Disable" << "0" << "10.0";
         QTest::newRow("signed") << "-1.1" << "short" << "Disable" << "1" << "-1.1V";
@@ -181,7 +158,7 @@ private slots:
         QFETCH(QString, leadingZero);
         QFETCH(QString, unitLength);
         QFETCH(QString, expected);
-        open({widget(WidgetKind::Number, 0, {0, 0, 64, 8},
+        open({widget(WidgetKind::Number, {0, 0, 64, 8},
                      {{"defaultNumber", value}, {"integerDigit", "3"}, {"decimalDigit", "1"},
                       {"dataType", dataType}, {"leadingZero", leadingZero}, {"unitSymbol", "V"},
                       {"unitSymbol_length", unitLength}, {"fontColor", "0xFF0000"}})});
@@ -192,7 +169,7 @@ private slots:
     // pixels), right-aligned in 30: they start at 18.
     void pngNumberFromDigitPictures()
     {
-        open({widget(WidgetKind::PngNumber, 0, {0, 0, 30, 10},
+        open({widget(WidgetKind::PngNumber, {0, 0, 30, 10},
                      {{"firstIcon", "0000_d0.png"}, {"lastIcon", "0002_d2.png"}, {"defaultNumber", "102"},
                       {"alignment", "Right"}})});
         const QImage img = shown("pngNumber_0");
@@ -214,9 +191,9 @@ private slots:
     // entry when the page loads.
     void staticTextFromConstantTable()
     {
-        EditBuffer st = widget(WidgetKind::Statictext, 1, {0, 0, 24, 8},
+        EditBuffer st = widget(WidgetKind::Statictext, {0, 0, 24, 8},
                                {{"Constant_Num", "2"}, {"defaultText", LineGrammar::toHexText("00")},
-                                {"fontColor", "0xFF0000"}});
+                                {"fontColor", "0xFF0000"}}, 1);
         open({st});
         QCOMPARE(readBack(shown("label_1"), 0, 0, 3, kRed), QString("00 "));
         writeFile(root() + "Constant_text.csv",
@@ -229,11 +206,10 @@ private slots:
     // the family look (no picture, no message), a broken one is logged.
     void zoomAndBadFonts()
     {
-        open({widget(WidgetKind::Label, 0, {10, 10, 40, 16}, {{"defaultText", "I"}, {"fontColor", "0xFF0000"}}),
-              widget(WidgetKind::Label, 1, {10, 40, 40, 16}, {{"defaultText", "I"}, {"fontID", "5"}}),
-              widget(WidgetKind::TextRoll, 0, {10, 70, 40, 16}, {{"defaultText", "I"}, {"fontID", "3"}})});
-        QVERIFY(shown("label_1").isNull());
-        QVERIFY(shown("textroll_0").isNull());
+        open({widget(WidgetKind::Label, {10, 10, 40, 16}, {{"defaultText", "I"}, {"fontColor", "0xFF0000"}}),
+              widget(WidgetKind::Label, {10, 40, 40, 16}, {{"defaultText", "I"}, {"fontID", "5"}}, 1),
+              widget(WidgetKind::TextRoll, {10, 70, 40, 16}, {{"defaultText", "I"}, {"fontID", "3"}})});
+        QVERIFY(shown("label_1").isNull() && shown("textroll_0").isNull());
         const QString log = m_w->findChild<QTextEdit *>("textEdit")->toPlainText();
         QVERIFY2(log.contains("textroll_0") && log.contains("03_Broken.bin") && !log.contains("label_1"),
                  qPrintable(log));
@@ -251,7 +227,7 @@ private slots:
     // Picking a font file for fontID takes its encoding and size into the rows.
     void pickedFontSetsEncodingAndSize()
     {
-        open({widget(WidgetKind::Label, 0, {10, 10, 40, 16}, {{"defaultText", "I"}})});
+        open({widget(WidgetKind::Label, {10, 10, 40, 16}, {{"defaultText", "I"}})});
         m_w->selectByName("label_0");
         m_answers.word = "01_WideFont.bin";
         m_w->on_tableView_Para_doubleClicked(table(*m_w, "tableView_Para")->model()->index(10, 1));
@@ -272,7 +248,7 @@ private slots:
         QDir(dir.path()).mkpath("FontBin");
         const QString projectDir = dir.path() + "/";
         const EditBuffer w =
-            widget(WidgetKind::Label, 0, {0, 0, 120, 30}, {{"defaultText", "Hello"}, {"fontColor", "0x00FF00"}});
+            widget(WidgetKind::Label, {0, 0, 120, 30}, {{"defaultText", "Hello"}, {"fontColor", "0x00FF00"}});
         int ink[2] = {};
         for (int bold = 0; bold < 2; ++bold) {
             writeFile(projectDir + "FontBin/00_Outline.bin",

@@ -1,20 +1,13 @@
-// The static text editor and the language text editor: the user's flows
-// through the designer, the bytes of the files they write, and what they
-// do with files they can't read in full.
+// The static text editor and the language text editor: the user's flows,
+// the bytes of the files they write, files they can't read in full.
 
 #include "GuiTestSupport.h"
 
-#include <QSignalSpy>
-
 #include "editors/Constanttextedit.h"
-#include "editors/DialogProjectSetting.h"
 #include "editors/LanguageTextEditor.h"
 #include "project/TextTables.h"
 #include "widgets/LineGrammar.h"
 #include "widgets/WidgetLine.h"
-
-#include <QTableWidget>
-#include <QValidator>
 
 using namespace gui;
 
@@ -181,8 +174,7 @@ private slots:
 
     void languageColumns_data()
     {
-        QTest::addColumn<QString>("langueNum");
-        QTest::addColumn<int>("columns");
+        addColumns<QString, int>("langueNum", "columns");
         QTest::newRow("empty counts as one") << "" << 4;
         QTest::newRow("nine") << "9" << 12;
         QTest::newRow("40 is cut to 32") << "40" << 35;
@@ -203,10 +195,8 @@ private slots:
     // rows that can be read stay.
     void badFiles_data()
     {
-        QTest::addColumn<QString>("file");    // "" : a folder in place of the file
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<QString>("message");
-        QTest::addColumn<int>("rows");
+        // file "": a folder in place of the file
+        addColumns<QString, QByteArray, QString, int>("file", "bytes", "message", "rows");
         const QString incomplete = "Some lines of the file";
         QTest::newRow("constants: too few fields") << "Constant_text.csv" << QByteArray("1,*Hex:41\n2,*Hex:42,0X0000FF,0\n")
                                                    << incomplete << 2;
@@ -258,16 +248,6 @@ private slots:
         QCOMPARE(problems.size(), 2); // no number, too few fields
         QCOMPARE(TextTables::constantMenuNumber("5:plain"), 5);
         QCOMPARE(TextTables::constantMenuNumber("NoConstant_Num1"), -1);
-    }
-
-    void langueNumTakesOneDigit()
-    {
-        QVERIFY(openWindow(writeProject(root(), {PageList::blankLine(0)}, {{PageList::blankLine(0)}})));
-        auto *edit = m_w->projectSettingDialog()->findChild<QLineEdit *>("lineEdit_LangueNum");
-        QString three = "3", zero = "0";
-        int pos = 0;
-        QCOMPARE(edit->validator()->validate(three, pos), QValidator::Acceptable);
-        QVERIFY(edit->validator()->validate(zero, pos) != QValidator::Acceptable);
     }
 };
 

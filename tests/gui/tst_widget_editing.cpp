@@ -1,11 +1,9 @@
-// Widgets of a page in the designer: loading every kind's line unharmed,
-// the live labels of the described kinds, and editing a button through the
-// parameter table until the saved line is what the grammar says.
+// Widgets of a page in the designer: lines loaded unharmed, and edits through
+// the parameter table and the encoder's action list.
 
 #include "GuiTestSupport.h"
 #include "designer/CanvasWidgets.h"
-
-#include <QTextEdit>
+#include "editors/DialogList.h"
 
 using namespace gui;
 
@@ -18,13 +16,10 @@ const char *const kKey = "kbkey_3:5,5,20,20,0x0041,,key,Disable,1;";
 // One line of each kind; the widget fields past the rectangle don't matter here.
 QStringList everyKind()
 {
-    const char *prefixes[] = {"label", "number", "icon", "bitIcon", "gif", "varAdj", "slider", "RTC",
-                              "uitimer", "qrcode", "Clock", "keypad", "textroll", "pngNumber", "wav", "slmenu",
-                              "slidemenuPro", "rtouch", "progress", "rProgress", "enkeyB", "cnkeyB", "batVar",
-                              "curve", "encoder", "camera", "video", "autoVar", "needle"};
     QStringList lines;
-    for (const char *p : prefixes)
-        lines << QStringLiteral("%1_0:10,10,30,30,abc,0x0001;").arg(QLatin1String(p));
+    for (const QString &word : core::kindWords())
+        if (word != "button" && word != "kbkey" && word != "popbox") // full lines of their own in the test
+            lines << QStringLiteral("%1_0:10,10,30,30,abc,0x0001;").arg(word);
     return lines;
 }
 
@@ -157,17 +152,41 @@ private slots:
 
     void iconPictureSetsTheSize()
     {
-        QImage icon(64, 32, QImage::Format_ARGB32);
-        icon.fill(Qt::red);
         project(blankPages(2), {{kButton}});
-        QVERIFY(icon.save(root() + QStringLiteral("Icon/0003_on.png")));
+        look::solid(root() + "Icon/0003_on.png", {64, 32}, look::kRed);
         QVERIFY(openWindow());
         selectWidget(QStringLiteral("button_0"));
-        m_answers.files = QStringList{root() + QStringLiteral("Icon/0003_on.png")};
+        m_answers.files = QStringList{root() + "Icon/0003_on.png"};
         doubleClickPara(6);
         QCOMPARE(m_w->currentPageLines(),
                  QStringList{"button_0:100,50,64,32,0x0020,0003_on.png,,,button_0,Disable,Disable,0x0000,0xFFFF,1;"});
         QCOMPARE(m_w->canvasWidgets()->find(QStringLiteral("button_0"))->size(), QSize(64, 32));
+    }
+
+    // A double click on an encoder's item row opens the action list on that
+    // entry; OK puts the edited entry back into the line, in the line's own
+    // field order (the list shows the report switch second, the line last).
+    void encoderItemRowEditsTheEntry()
+    {
+        const QString nulls = QStringLiteral(",NULL").repeated(14); // items 3 to 16
+        open({"encoder_0:0x0005,10,10,40,40,enc,NULL,3,Enable,0x0010,0,10,1;" + nulls + ",1;"});
+        m_w->selectByName("encoder_0");
+        QCOMPARE(m_w->editBuffer().kind(), WidgetKind::Encoder);
+        doubleClickPara(7); // item 2
+        DialogList *list = m_w->listDialog();
+        QVERIFY(list->isVisible());
+        QCOMPARE(list->target(), QString("encoder_0"));
+        QCOMPARE(list->tableMode(), 3);
+        auto *rows = list->findChild<QTableView *>("tableView")->model();
+        QCOMPARE(rows->index(1, 1).data().toString(), QString("Enable")); // reportToHost row
+        QCOMPARE(rows->index(4, 1).data().toString(), QString("10"));     // maxValue row
+        rows->setData(rows->index(2, 1), "0x0042");
+        list->on_pushButton_OK_clicked();
+        QVERIFY(!list->isVisible());
+        QCOMPARE(m_w->currentPageLines(),
+                 QStringList{"encoder_0:0x0005,10,10,40,40,enc,NULL,3,Enable,0x0042,0,10,1;" + nulls + ",1;"});
+        QCOMPARE(para(7), QString("3,Enable,0x0042,0,10,1;"));
+        QCOMPARE(para(6), QString("NULL")); // item 1 untouched
     }
 };
 

@@ -1,17 +1,10 @@
 // The window as a new user meets it, on a copy of the demo project at
-// 1600 x 1000: a masked dialog closed any way gives the window back, the
-// edit keys work in both tool bar modes, kinds look apart on dark and light
-// pages, and every kind and tool is reachable without scrolling.
+// 1600 x 1000.
 
 #include "GuiTestSupport.h"
 #include "designer/CanvasWidgets.h"
 #include "editors/DialogWdgVar.h"
 #include "widgets/WidgetLine.h"
-
-#include <QDockWidget>
-#include <QPushButton>
-#include <QToolBar>
-#include <QToolButton>
 
 using namespace gui;
 
@@ -54,10 +47,7 @@ class TestWindowUsability : public QObject, Fixture
     void open(const QStringList &lines)
     {
         copyDemo(m_dir->path());
-        QImage grey(40, 30, QImage::Format_RGB32);
-        grey.fill(QColor(128, 128, 128));
-        QDir(m_dir->path()).mkpath(QStringLiteral("Icon"));
-        QVERIFY(grey.save(root() + "Icon/0001_grey.png"));
+        look::solid(root() + "Icon/0001_grey.png", {40, 30}, qRgb(128, 128, 128));
         writeFile(cfg(0), TextFiles::encodePlain(lines));
         QVERIFY(openWindow(root() + "demo.uiprj"));
         QCOMPARE(m_w->size(), QSize(1600, 1000));

@@ -1,13 +1,9 @@
-// The designer never loses a line: recovery after a killed session keeps
-// every page through Save All, idle auto-saves write no steps, failed writes
-// name their file (and a failing auto-save says so once), an outside change
-// is not overwritten without asking, and New into a missing folder works.
+// The designer never loses a line: recovery, auto-save, failed writes,
+// changes made on disk by others, New into a missing folder.
 
 #include "GuiTestSupport.h"
 #include "editors/DialogProjectSetting.h"
 #include "project/PageFile.h"
-
-#include <QStatusBar>
 
 using namespace gui;
 
@@ -46,24 +42,25 @@ private slots:
         clickPage(*m_w, 1);
         drawButton(QPoint(100, 100));
         closeWindow(); // killed: no close, backup.txt stays
-        QVERIFY(QFile::exists(root() + "backup.txt"));
-        QVERIFY(!hasButton(onDisk(0)) && !hasButton(onDisk(1)));
+        QVERIFY(QFile::exists(root() + "backup.txt") && !hasButton(onDisk(0)) && !hasButton(onDisk(1)));
 
         m_answers.answer = QMessageBox::Yes; // restore
         QVERIFY(openWindow());
+        QCOMPARE(lastPrompt(), QStringLiteral("Last abnormal exit, need to restore the last state?    "));
         QVERIFY(m_w->recoveryMode());
         QCOMPARE(m_w->currentPageRow(), 1);
         QVERIFY(hasButton(m_w->currentPageLines()));
+        clickPage(*m_w, 0);
+        QVERIFY(hasButton(m_w->currentPageLines()));
+        QVERIFY(!hasButton(onDisk(0)) && !hasButton(onDisk(1))); // the files wait for Save All
         m_w->on_actionSave_All_triggered();
-        QVERIFY(hasButton(onDisk(0)));
-        QVERIFY(hasButton(onDisk(1)));
+        QVERIFY(hasButton(onDisk(0)) && hasButton(onDisk(1)));
         m_answers.answer = QMessageBox::Discard; // close with "Quit"
         m_w->close();
         closeWindow();
         QVERIFY(!QFile::exists(root() + "backup.txt"));
 
-        QVERIFY(openWindow());
-        QVERIFY(!m_w->recoveryMode());
+        QVERIFY(openWindow() && !m_w->recoveryMode());
         clickPage(*m_w, 0);
         QVERIFY(hasButton(m_w->currentPageLines()));
     }
@@ -96,8 +93,7 @@ private slots:
         QVERIFY(openWindow());
         m_w->on_actionAutoSaveOpen_triggered();
         // root can write anywhere: a folder where the file should be fails for anyone
-        QVERIFY(QFile::remove(root() + "backup.txt"));
-        QVERIFY(QDir().mkpath(root() + "backup.txt"));
+        QVERIFY(QFile::remove(root() + "backup.txt") && QDir().mkpath(root() + "backup.txt"));
         Prompts::recorded().clear();
         for (int i = 0; i < 3; ++i) {
             drawButton(QPoint(20 + 60 * i, 20));
@@ -111,8 +107,7 @@ private slots:
         QVERIFY(m_w->statusBar()->currentMessage().contains(root() + "backup.txt"));
 
         // a page file that can't be written: the box names it
-        QVERIFY(QFile::remove(cfg(0)));
-        QVERIFY(QDir().mkpath(cfg(0)));
+        QVERIFY(QFile::remove(cfg(0)) && QDir().mkpath(cfg(0)));
         Prompts::recorded().clear();
         m_answers.answer = QMessageBox::Save; // it changed on disk: keep mine
         m_w->on_actionSave_current_pgae_triggered();
@@ -180,8 +175,7 @@ private slots:
         w.on_actionNew_project_triggered();
         w.projectSettingDialog()->close();
         QCOMPARE(w.uiprjPath(), made);
-        QVERIFY(QFile::exists(made));
-        QVERIFY(QFile::exists(root() + "a/b/new.ini"));
+        QVERIFY(QFile::exists(made) && QFile::exists(root() + "a/b/new.ini"));
         QVERIFY(QFile::exists(root() + "a/b/Plugin/Page0000.cfg"));
 
         writeFile(root() + "plain.txt", "x");

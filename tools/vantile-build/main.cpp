@@ -1,6 +1,7 @@
 // vantile-build: builds a project into Morvane_Flash.bin without the designer.
 //
 //   vantile-build PATH/project.uiprj [--time "yyyy-MM-dd hh:mm:ss"] [--strict]
+//   vantile-build --check PATH/project.uiprj
 //
 // Runs the same build as the designer's "Build project" and writes the same
 // files. The build log goes to standard output as it is made. Exit codes:
@@ -9,8 +10,14 @@
 // complaints (Make_error_info.txt) or the image is larger than the flash.
 // --time fixes the build's time, so two builds of one project give the
 // same bytes.
+//
+// --check runs the designer's "Check Project" instead of a build: the
+// report is printed and written to Project-error-information.txt. Exit
+// codes: 0 nothing found; 1 something found, or the project could not be
+// opened; 2 wrong arguments; 3 the report could not be written.
 
 #include "build/MakeBin.h"
+#include "export/ProjectCheck.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -37,6 +44,22 @@ int fail(int code, const QString &reason)
     std::fputs(("vantile-build: " + reason).toUtf8().constData(), stderr);
     std::fputc('\n', stderr);
     return code;
+}
+
+// The project check: the report on standard output and in its file.
+int checkProject(const BuildInput &input)
+{
+    const ProjectCheck::Report report =
+        ProjectCheck::run(input.projectDir, input.pageLines, input.settings, out);
+    if (!report.clean())
+        std::fputs(report.text.toUtf8().constData(), stdout);
+    QString error;
+    if (!ProjectCheck::writeReport(input.projectDir, report.text, &error))
+        return fail(BuildExit::NoImage, QStringLiteral("Can't write ") + input.projectDir
+                                            + QLatin1String(ProjectCheck::kReportFile) + QStringLiteral(": ") + error);
+    std::fflush(stdout);
+    constexpr int kFaultsFound = 1;
+    return report.clean() ? BuildExit::Ok : kFaultsFound;
 }
 
 } // namespace
@@ -71,8 +94,11 @@ int run(int argc, char *argv[])
                                         QStringLiteral("time"));
     const QCommandLineOption strictOption(
         QStringLiteral("strict"), QStringLiteral("Fail when the build has complaints or does not fit the flash."));
+    const QCommandLineOption checkOption(
+        QStringLiteral("check"), QStringLiteral("Check the project instead of building it (Project-error-information.txt)."));
     parser.addOption(timeOption);
     parser.addOption(strictOption);
+    parser.addOption(checkOption);
     if (!parser.parse(QCoreApplication::arguments()))
         return fail(BuildExit::Usage, parser.errorText());
     if (parser.isSet(QStringLiteral("help"))) {
@@ -82,7 +108,11 @@ int run(int argc, char *argv[])
     const QStringList args = parser.positionalArguments();
     if (args.size() != 1)
         return fail(BuildExit::Usage, QStringLiteral("usage: vantile-build PATH/project.uiprj "
-                                                     "[--time \"yyyy-MM-dd hh:mm:ss\"] [--strict]"));
+                                                     "[--time \"yyyy-MM-dd hh:mm:ss\"] [--strict]\n"
+                                                     "       vantile-build --check PATH/project.uiprj"));
+    const bool check = parser.isSet(checkOption);
+    if (check && (parser.isSet(timeOption) || parser.isSet(strictOption)))
+        return fail(BuildExit::Usage, QStringLiteral("--check takes no --time or --strict"));
 
     BuildOptions options;
     if (parser.isSet(timeOption)) {
@@ -97,6 +127,8 @@ int run(int argc, char *argv[])
         out(QStringLiteral("Warning: ") + w);
     if (!load.ok)
         return fail(BuildExit::CannotOpen, load.reason);
+    if (check)
+        return checkProject(load.input);
 
     MakeBin driver;
     installStandardBuild(driver);

@@ -1238,6 +1238,10 @@ Replace them?</source>
         <source>Builds are stamped with the present time</source>
         <translation>编译时间使用当前时间</translation>
     </message>
+    <message>
+        <source>Video needs the VC650 controller (chip index 10)</source>
+        <translation>视频需要 VC650 控制器（芯片序号 10）</translation>
+    </message>
 </context>
 <context>
     <name>vantile::WidgetLook</name>

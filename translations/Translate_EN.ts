@@ -1238,6 +1238,10 @@ Replace them?</translation>
         <source>Builds are stamped with the present time</source>
         <translation>Builds are stamped with the present time</translation>
     </message>
+    <message>
+        <source>Video needs the VC650 controller (chip index 10)</source>
+        <translation>Video needs the VC650 controller (chip index 10)</translation>
+    </message>
 </context>
 <context>
     <name>vantile::WidgetLook</name>

@@ -321,7 +321,9 @@ void MainWindow::on_actionAutoSaveClose_triggered()
 void MainWindow::ICType_Change(int index)
 {
     m_icType = index;
-    m_actions.value(QStringLiteral("actionAddVideo"))->setVisible(index == 10);
+    QAction *video = m_actions.value(QStringLiteral("actionAddVideo"));
+    video->setVisible(index == 10);
+    video->setToolTip(index == 10 ? video->text() : tr("Video needs the VC650 controller (chip index 10)"));
 }
 
 // --- the dimming mask --------------------------------------------------------

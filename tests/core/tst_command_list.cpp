@@ -44,9 +44,7 @@ class TestCommandList : public QObject
 private slots:
     void records_data()
     {
-        QTest::addColumn<QByteArray>("file");
-        QTest::addColumn<QByteArray>("records");
-        QTest::addColumn<QString>("errors");
+        addColumns<QByteArray, QByteArray, QString>("file", "records", "errors");
         QTest::newRow("hex and decimal") << QByteArray(kLineA) << hex(kRecordA) << QString();
         // 0x1FF -> FF, 0xABCDE -> BCDE, 300 -> 2C, 0x7FFFF -> FFFF: each field cut to its width
         QTest::newRow("widths") << QByteArray("0,0x1FF,16,0xABCDE,65535,0,3,300,0x0,0x7FFFF,0;")
@@ -65,11 +63,10 @@ private slots:
     {
         QFETCH(QByteArray, file);
         QFETCH(QByteArray, records);
-        QFETCH(QString, errors);
         CommandStep step(file);
         QCOMPARE(step.ctx.commandArea, records + QByteArray(0x2000 - records.size(), '\0'));
         QCOMPARE(step.used(), quint32(records.size()));
-        QCOMPARE(step.ctx.errorText, errors);
+        QTEST(step.ctx.errorText, "errors");
         QCOMPARE(step.ctx.buildLog.contains("Open fail:" + step.ctx.path("command.list")), file.isNull());
     }
 

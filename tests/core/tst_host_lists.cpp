@@ -63,10 +63,8 @@ private slots:
     // kinds' tables give them; the widgets stand on page 2.
     void listRows_data()
     {
-        QTest::addColumn<QString>("kind");
-        QTest::addColumn<QStringList>("fields");
-        QTest::addColumn<QString>("list"); // D display, T touch, "" none
-        QTest::addColumn<QString>("row");
+        // list: D display, T touch, "" none
+        addColumns<QString, QStringList, QString, QString>("kind", "fields", "list", "row");
         const QString ffs = QString("0xFFFF,").repeated(12);
         // clang-format off
         QTest::newRow("label") << "label" << QStringList{"writeAddr=0x1234", "wordLength=10", "parameterAddr=0x0200", "encoding=6"} << "D" << "2,label_3,label_3,0x1234,10,0x0200,24,6\n";
@@ -114,9 +112,8 @@ private slots:
         QFETCH(QString, kind);
         QFETCH(QStringList, fields);
         QFETCH(QString, list);
-        QFETCH(QString, row);
         const EditBuffer b = widget(kind, fields);
-        QCOMPARE(VariableLists::rowsOf(b, 2).join(QString()), row);
+        QTEST(VariableLists::rowsOf(b, 2).join(QString()), "row");
         const KindExports *x = b.definition()->exports;
         QCOMPARE(x ? x->list : ExportList::None,
                  list == "D" ? ExportList::Display : list == "T" ? ExportList::Touch : ExportList::None);
@@ -141,8 +138,7 @@ private slots:
 
     void crc_data()
     {
-        QTest::addColumn<QString>("hexText");
-        QTest::addColumn<QByteArray>("bytes");
+        addColumns<QString, QByteArray>("hexText", "bytes");
         QTest::newRow("empty") << "" << QByteArray();
         QTest::newRow("check value") << "313233343536373839" << QByteArray("123456789");
         QTest::newRow("frame") << "10700000000A" << hex("10 70 00 00 00 0A");
@@ -161,8 +157,7 @@ private slots:
 
     void lengthText_data()
     {
-        QTest::addColumn<int>("count");
-        QTest::addColumn<QString>("text");
+        addColumns<int, QString>("count", "text");
         QTest::newRow("7") << 7 << "07";
         QTest::newRow("10") << 10 << "0A";
         QTest::newRow("26") << 26 << "1a";
@@ -171,18 +166,13 @@ private slots:
     void lengthText()
     {
         QFETCH(int, count);
-        QFETCH(QString, text);
-        QCOMPARE(SerialCommands::lengthText(count), text);
+        QTEST(SerialCommands::lengthText(count), "text");
     }
 
     // Data by hand; Length = 1 (cmd) + 2 (addr) + data + 2 (CRC).
     void commandRow_data()
     {
-        QTest::addColumn<QString>("value");
-        QTest::addColumn<int>("isNumeric");
-        QTest::addColumn<int>("typeOrMode");
-        QTest::addColumn<QString>("length");
-        QTest::addColumn<QString>("data");
+        addColumns<QString, int, int, QString, QString>("value", "isNumeric", "typeOrMode", "length", "data");
         QTest::newRow("short 1,2") << "1,2" << 1 << 1 << "09" << "00010002";
         QTest::newRow("char -1") << "-1" << 1 << 0 << "07" << "00FF";
         QTest::newRow("char 200") << "200" << 1 << 0 << "07" << "0000";

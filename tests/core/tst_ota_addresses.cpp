@@ -170,8 +170,7 @@ private slots:
         const BuildInput in = makeProject(dir.path(), 10);
         writeFile(dir.filePath("Addr_Info.txt"), text);
         const BuildResult r = MakeBin().run(in);
-        QVERIFY(r.imageWritten);
-        QVERIFY(r.complaints().contains("Addr_Info.txt " + problems[0]));
+        QVERIFY(r.imageWritten && r.complaints().contains("Addr_Info.txt " + problems[0]));
         QCOMPARE(readAll(dir.filePath("Addr_Info.txt")), text);
     }
 };

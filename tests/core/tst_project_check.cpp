@@ -7,8 +7,6 @@
 #include "export/VariableControl.h"
 #include "project/TextFiles.h"
 
-#include <QProcess>
-
 using namespace core;
 
 using Pages = QList<QStringList>;
@@ -50,8 +48,7 @@ class TestProjectCheck : public QObject
 private slots:
     void fileNames_data()
     {
-        QTest::addColumn<QStringList>("files");
-        QTest::addColumn<QString>("report");
+        addColumns<QStringList, QString>("files", "report");
         QTest::newRow("bad icon and a repeated number")
             << QStringList{"Icon/abc.png", "Icon/0003_a.png", "Icon/0003_b.png", "Icon/0004_c.png"}
             << "Incorrect file naming!\nIcon Folder:\nabc.png\n\nFile name is repeated!\nIcon Folder:\n0003_a.png\n0003_b.png\n\n";
@@ -66,19 +63,15 @@ private slots:
     void fileNames()
     {
         QFETCH(QStringList, files);
-        QFETCH(QString, report);
         QTemporaryDir dir;
         for (const QString &f : files)
             f.endsWith('/') ? void(QDir(dir.path()).mkpath(f)) : writeFile(dir.path() + '/' + f, "x");
-        QCOMPARE(ProjectCheck::CheckFileNames(dir.path()), report);
+        QTEST(ProjectCheck::CheckFileNames(dir.path()), "report");
     }
 
     void widgetNames_data()
     {
-        QTest::addColumn<Pages>("pages");
-        QTest::addColumn<int>("bad");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<Pages>("kept");
+        addColumns<Pages, int, QString, Pages>("pages", "bad", "text", "kept");
         const QString b0 = button("button_0", "b0", 0, 0), b0again = button("button_0", "other", 5, 5);
         QTest::newRow("invalid and repeated") << Pages{{kPageLine, "xyz_1:1,2;", b0, b0again, "ab:1;"}} << 2
                                               << "Incorrect widget name!\nPage0:\nInvalid widget name:xyz_1\n"

@@ -40,8 +40,7 @@ private slots:
         writeFile(cfg(1), TextFiles::encodePlain({button(0, 350, 10, 50, 20)}));
         Prompts::recorded().clear();
         trigger("actionCheckProject");
-        QVERIFY(prompts("message").isEmpty());
-        QVERIFY(QFileInfo::exists(report) && readAll(report).isEmpty());
+        QVERIFY(prompts("message").isEmpty() && QFileInfo::exists(report) && readAll(report).isEmpty());
     }
 };
 

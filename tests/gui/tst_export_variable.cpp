@@ -3,8 +3,6 @@
 
 #include "GuiTestSupport.h"
 
-#include <QTextEdit>
-
 using namespace gui;
 
 class TestExportVariable : public QObject, Fixture

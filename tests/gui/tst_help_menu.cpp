@@ -5,8 +5,6 @@
 #include "editors/DialogAbout.h"
 
 #include <QDesktopServices>
-#include <QLabel>
-#include <QUrl>
 
 using namespace gui;
 
@@ -71,14 +69,12 @@ private slots:
     void toolsNotInstalledAreDisabled()
     {
         QAction *font = m_w->action("actionFont_tool");
-        QVERIFY(!font->isEnabled());
-        QVERIFY(font->toolTip().contains("GlyphForge is not installed"));
+        QVERIFY(!font->isEnabled() && font->toolTip().contains("GlyphForge is not installed"));
         const QString exe = m_appDir.path() + "/GlyphForge-2.1";
         writeFile(exe, "#!/bin/sh\n");
         QFile::setPermissions(exe, QFile::permissions(exe) | QFileDevice::ExeOwner);
         m_w->updateToolActions();
-        QVERIFY(font->isEnabled());
-        QVERIFY(!m_w->action("actionToneForge")->isEnabled());
+        QVERIFY(font->isEnabled() && !m_w->action("actionToneForge")->isEnabled());
         QFile::remove(exe);
     }
 };

@@ -51,7 +51,6 @@ private slots:
         QFETCH(QString, field);
         QFETCH(QString, typed);
         QFETCH(QString, watched);
-        QFETCH(QString, after);
         QFETCH(QString, status);
         project({PageList::blankLine(0)}, {{}});
         writeFile(root() + "Addr_Info.txt", "[INFO]\nisChecked:true\nFont_StartAddr:131072\n"
@@ -70,7 +69,7 @@ private slots:
         typeInto("lineEdit_" + field, typed, false);
         QCOMPARE(edit("lineEdit_" + watched)->text(), before); // nothing moves before Enter
         QTest::keyClick(edit("lineEdit_" + field), Qt::Key_Return);
-        QCOMPARE(edit("lineEdit_" + watched)->text(), after);
+        QTEST(edit("lineEdit_" + watched)->text(), "after");
         QVERIFY2(label->text().endsWith(status), qPrintable(label->text()));
         QVERIFY(dialog("Dialogmaterialaddr")->isVisible()); // Enter never closes it
     }

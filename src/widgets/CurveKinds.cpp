@@ -1,4 +1,5 @@
 #include "widgets/CurveKinds.h"
+#include "widgets/RecordFields.h"
 #include "widgets/EditBuffer.h"
 #include "widgets/KindExports.h"
 #include "widgets/LineGrammar.h"
@@ -12,6 +13,8 @@ namespace vantile {
 namespace CurveKinds {
 
 namespace {
+
+using RecordFields::u16;
 
 using C = Codec;
 using Records::appendU16;
@@ -50,11 +53,6 @@ const FieldDef kCurveFields[] = {
 
 // The parameter block: the 20 bytes after the count byte.
 constexpr int kCurveBlock = 20;
-
-quint16 u16(const EditBuffer &b, const char *key)
-{
-    return quint16(b.number(key));
-}
 
 quint16 scaleOf(const EditBuffer &b)
 {

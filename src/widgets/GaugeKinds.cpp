@@ -1,4 +1,5 @@
 #include "widgets/GaugeKinds.h"
+#include "widgets/RecordFields.h"
 #include "widgets/EditBuffer.h"
 #include "widgets/KindExports.h"
 #include "widgets/LineGrammar.h"
@@ -13,6 +14,13 @@ namespace vantile {
 namespace GaugeKinds {
 
 namespace {
+
+using RecordFields::appendPoint;
+using RecordFields::appendTopLeft;
+using RecordFields::icon;
+using RecordFields::keepRunOrdered;
+using RecordFields::u16;
+using RecordFields::wordValue;
 
 using C = Codec;
 using LineGrammar::iconNumber;
@@ -210,39 +218,6 @@ constexpr int kDigitsFromFont = 1; // digitDisplayMode FontNum
 quint8 typeOf(WidgetKind kind)
 {
     return WidgetKinds::info(kind).type;
-}
-
-quint16 icon(const EditBuffer &b, const char *key)
-{
-    return refField(iconNumber(b.text(key)));
-}
-
-quint16 u16(const EditBuffer &b, const char *key)
-{
-    return quint16(b.number(key));
-}
-
-int wordValue(const EditBuffer &b, const char *key)
-{
-    const FieldDef *f = b.definition()->find(key);
-    return f && f->table ? f->table->valueOf(b.text(key)) : 0;
-}
-
-// X and Y of the widget's rectangle as the panel sees it.
-void appendTopLeft(QByteArray &out, const EditBuffer &b, const RecordContext &ctx)
-{
-    const Rect16 r = ctx.rotate(b.x(), b.y(), b.w(), b.h());
-    appendU16(out, r.x);
-    appendU16(out, r.y);
-}
-
-// A point on the page's picture.
-void appendPoint(QByteArray &out, int x, int y, const RecordContext &ctx)
-{
-    const QSize e = Records::pictureExtents(ctx.rotation, ctx.rectPicture());
-    const Point16 p = Records::rotatePoint(ctx.rotation, x, y, e.width(), e.height());
-    appendU16(out, p.x);
-    appendU16(out, p.y);
 }
 
 void checkFont(const EditBuffer &b, const RecordContext &ctx)
@@ -481,18 +456,6 @@ int writeNeedle(QByteArray &out, const EditBuffer &b, const RecordContext &ctx)
     storeNeedleValues(b, ctx);
     out.append(r);
     return r.size();
-}
-
-// A last picture chosen at or before the first is dropped.
-void keepRunOrdered(EditBuffer &b, const EditBuffer &before, const char *firstKey, const char *lastKey)
-{
-    const QString last = b.text(lastKey);
-    if (last == before.text(lastKey))
-        return;
-    const int first = iconNumber(b.text(firstKey));
-    const int lastNumber = iconNumber(last);
-    if (first >= 0 && lastNumber >= 0 && lastNumber <= first)
-        b.setText(lastKey, before.text(lastKey));
 }
 
 void ringIconRun(EditBuffer &b, const EditBuffer &before, const QSize &)

@@ -1,4 +1,5 @@
 #include "widgets/IconKinds.h"
+#include "widgets/RecordFields.h"
 #include "widgets/EditBuffer.h"
 #include "widgets/KindExports.h"
 #include "widgets/LineGrammar.h"
@@ -12,6 +13,10 @@ namespace vantile {
 namespace IconKinds {
 
 namespace {
+
+using RecordFields::keepIconRunOrdered;
+using RecordFields::storeBlock;
+using RecordFields::u16;
 
 using C = Codec;
 using LineGrammar::gifNumber;
@@ -127,32 +132,20 @@ quint8 typeOf(WidgetKind kind)
     return WidgetKinds::info(kind).type;
 }
 
-quint16 numberOf(const EditBuffer &b, const char *key)
-{
-    return quint16(b.number(key));
-}
-
-void storeBlock(const EditBuffer &b, const RecordContext &ctx, const QByteArray &record, int p)
-{
-    if (ctx.variables)
-        ctx.variables->storeRecordBlock(b.name(), WidgetKinds::parameterWord(b.kind()),
-                                        numberOf(b, "parameterAddr"), record, p, ctx.errorText);
-}
-
 // 21 bytes, `tail` at 19.
 QByteArray iconRecord(const EditBuffer &b, const RecordContext &ctx)
 {
     const Rect16 r = ctx.rotate(b.x(), b.y(), b.w(), b.h());
     QByteArray out;
-    Records::appendDisplayHeader(out, typeOf(WidgetKind::Icon), ctx.viceFlag, numberOf(b, "parameterAddr"), 16,
+    Records::appendDisplayHeader(out, typeOf(WidgetKind::Icon), ctx.viceFlag, u16(b, "parameterAddr"), 16,
                                  b.isOn("overlap"));
-    appendU16(out, numberOf(b, "writeAddr"));
+    appendU16(out, u16(b, "writeAddr"));
     appendU16(out, r.x);
     appendU16(out, r.y);
     appendU16(out, refField(iconNumber(b.text("firstIcon"))));
     appendU16(out, refField(iconNumber(b.text("lastIcon"))));
-    appendU16(out, numberOf(b, "minDisplayID"));
-    appendU16(out, numberOf(b, "maxDisplayID"));
+    appendU16(out, u16(b, "minDisplayID"));
+    appendU16(out, u16(b, "maxDisplayID"));
     appendU16(out, b.tail());
     return out;
 }
@@ -162,9 +155,9 @@ QByteArray bitIconRecord(const EditBuffer &b, const RecordContext &ctx)
 {
     const Rect16 r = ctx.rotate(b.x(), b.y(), b.w(), b.h());
     QByteArray out;
-    Records::appendDisplayHeader(out, typeOf(WidgetKind::BitIcon), ctx.viceFlag, numberOf(b, "parameterAddr"),
+    Records::appendDisplayHeader(out, typeOf(WidgetKind::BitIcon), ctx.viceFlag, u16(b, "parameterAddr"),
                                  14, b.isOn("overlap"));
-    appendU16(out, numberOf(b, "writeAddr"));
+    appendU16(out, u16(b, "writeAddr"));
     appendU16(out, r.x);
     appendU16(out, r.y);
     appendU8(out, quint8(b.number("bitIndex")));
@@ -182,7 +175,7 @@ int emitIcon(QByteArray &out, const EditBuffer &b, const RecordContext &ctx, boo
     const QByteArray record = iconRecord(b, ctx);
     quint16 value = 0;
     if (ctx.variables && iconInitialValue(b, &value))
-        ctx.variables->storeWord(b.name(), numberOf(b, "writeAddr"), value, ctx.errorText);
+        ctx.variables->storeWord(b.name(), u16(b, "writeAddr"), value, ctx.errorText);
     storeBlock(b, ctx, record, kIconBlock);
     out.append(vice ? Records::tailToFront(record, kIconTail) : record);
     return record.size();
@@ -221,9 +214,9 @@ int writeGif(QByteArray &out, const EditBuffer &b, const RecordContext &ctx)
 {
     const Rect16 r = ctx.rotate(b.x(), b.y(), b.w(), b.h());
     QByteArray rec;
-    Records::appendDisplayHeader(rec, typeOf(WidgetKind::Gif), ctx.viceFlag, numberOf(b, "parameterAddr"), 55,
+    Records::appendDisplayHeader(rec, typeOf(WidgetKind::Gif), ctx.viceFlag, u16(b, "parameterAddr"), 55,
                                  b.isOn("effects"));
-    appendU16(rec, numberOf(b, "WriteAddr"));
+    appendU16(rec, u16(b, "WriteAddr"));
     appendU16(rec, r.x);
     appendU16(rec, r.y);
     appendU16(rec, r.right());
@@ -231,34 +224,21 @@ int writeGif(QByteArray &out, const EditBuffer &b, const RecordContext &ctx)
     appendU16(rec, refField(gifNumber(b.text("gifName"))));
     appendU8(rec, b.isOn("playAtStart") ? 1 : 0);
     appendU8(rec, quint8(b.number("interval(10ms)")));
-    appendU16(rec, numberOf(b, "startCode"));
-    appendU16(rec, numberOf(b, "stopCode"));
+    appendU16(rec, u16(b, "startCode"));
+    appendU16(rec, u16(b, "stopCode"));
     appendU8(rec, quint8(WordTables::pictureFormat.valueOf(b.text("dataFormat"))));
-    appendU16(rec, numberOf(b, "playOnceCode"));
+    appendU16(rec, u16(b, "playOnceCode"));
     for (const auto &pair : kPairKeys) {
-        appendU16(rec, numberOf(b, pair[0]));
-        appendU16(rec, numberOf(b, pair[1]));
+        appendU16(rec, u16(b, pair[0]));
+        appendU16(rec, u16(b, pair[1]));
     }
     appendU16(rec, b.tail());
 
     if (ctx.variables)
-        ctx.variables->storeWord(b.name(), numberOf(b, "WriteAddr"), gifInitialValue(b), ctx.errorText);
+        ctx.variables->storeWord(b.name(), u16(b, "WriteAddr"), gifInitialValue(b), ctx.errorText);
     storeBlock(b, ctx, rec, kGifBlock);
     out.append(rec);
     return rec.size();
-}
-
-// The last picture of a run must come after the first: a last icon chosen
-// at or before the first is dropped.
-void keepIconRunOrdered(EditBuffer &b, const EditBuffer &before, const QSize &)
-{
-    const QString last = b.text("lastIcon");
-    if (last == before.text("lastIcon"))
-        return;
-    const int first = iconNumber(b.text("firstIcon"));
-    const int lastNumber = iconNumber(last);
-    if (first >= 0 && lastNumber >= 0 && lastNumber <= first)
-        b.setText("lastIcon", before.text("lastIcon"));
 }
 
 } // namespace
@@ -284,15 +264,15 @@ bool iconInitialValue(const EditBuffer &b, quint16 *value)
 
 quint16 gifInitialValue(const EditBuffer &b)
 {
-    const quint16 start = numberOf(b, "startCode");
-    const quint16 stop = numberOf(b, "stopCode");
+    const quint16 start = u16(b, "startCode");
+    const quint16 stop = u16(b, "stopCode");
     switch (WordTables::runMode.valueOf(b.text("defaultStatus"))) {
     case 0:
         return start;
     case 1:
         return stop;
     case 3:
-        return numberOf(b, "playOnceCode");
+        return u16(b, "playOnceCode");
     default:
         return quint16((int(start) + int(stop)) / 2);
     }

@@ -1,4 +1,5 @@
 #include "widgets/KeyboardKinds.h"
+#include "widgets/RecordFields.h"
 #include "widgets/EditBuffer.h"
 #include "widgets/KindExports.h"
 #include "widgets/LineGrammar.h"
@@ -11,6 +12,9 @@ namespace vantile {
 namespace KeyboardKinds {
 
 namespace {
+
+using RecordFields::u16;
+using RecordFields::wordValue;
 
 using C = Codec;
 using LineGrammar::pageNumber;
@@ -174,20 +178,9 @@ quint8 typeOf(WidgetKind kind)
     return WidgetKinds::info(kind).type;
 }
 
-quint16 u16(const EditBuffer &b, const char *key)
-{
-    return quint16(b.number(key));
-}
-
 quint8 u8(const EditBuffer &b, const char *key)
 {
     return quint8(b.number(key));
-}
-
-int wordValue(const EditBuffer &b, const char *key)
-{
-    const FieldDef *f = b.definition()->find(key);
-    return f && f->table ? f->table->valueOf(b.text(key)) : 0;
 }
 
 void appendU32(QByteArray &out, quint32 v)

@@ -1,4 +1,5 @@
 #include "widgets/MediaKinds.h"
+#include "widgets/RecordFields.h"
 #include "widgets/EditBuffer.h"
 #include "widgets/KindExports.h"
 #include "widgets/Records.h"
@@ -14,6 +15,9 @@ const char *const kDefaultContent = "https://www.example.com";
 const char *const kSizeKey = "size(50pixels)";
 
 namespace {
+
+using RecordFields::u16;
+using RecordFields::wordValue;
 
 using C = Codec;
 using Records::appendU16;
@@ -118,17 +122,6 @@ constexpr quint16 kRepeatBit = 0x8000;
 quint8 typeOf(WidgetKind kind)
 {
     return WidgetKinds::info(kind).type;
-}
-
-quint16 u16(const EditBuffer &b, const char *key)
-{
-    return quint16(b.number(key));
-}
-
-int wordValue(const EditBuffer &b, const char *key)
-{
-    const FieldDef *f = b.definition()->find(key);
-    return f && f->table ? f->table->valueOf(b.text(key)) : 0;
 }
 
 void appendRect(QByteArray &out, const EditBuffer &b, const RecordContext &ctx)

@@ -1,4 +1,5 @@
 #include "widgets/MenuKinds.h"
+#include "widgets/RecordFields.h"
 #include "widgets/EditBuffer.h"
 #include "widgets/KindExports.h"
 #include "widgets/LineGrammar.h"
@@ -14,6 +15,9 @@ namespace MenuKinds {
 const char *const kSlideWords[] = {"Vertical-Loop", "Vertical", "Horizontal-Loop", "Horizontal", nullptr};
 
 namespace {
+
+using RecordFields::icon;
+using RecordFields::u16;
 
 using C = Codec;
 using LineGrammar::iconNumber;
@@ -75,16 +79,6 @@ const FieldDef kSlideMenuProFields[] = {
 
 constexpr quint8 kSlMenuLength = 0x19;       // 28 bytes in all
 constexpr quint8 kSlideMenuProLength = 0x1B; // 30 bytes in all
-
-quint16 u16(const EditBuffer &b, const char *key)
-{
-    return quint16(b.number(key));
-}
-
-quint16 icon(const EditBuffer &b, const char *key)
-{
-    return refField(iconNumber(b.text(key)));
-}
 
 // Neither menu marks its record for a Vice page: byte 1 is 0x80 or 0xC0.
 void appendHeader(QByteArray &out, WidgetKind kind, const EditBuffer &b, quint8 length)

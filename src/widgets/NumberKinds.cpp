@@ -1,4 +1,5 @@
 #include "widgets/NumberKinds.h"
+#include "widgets/RecordFields.h"
 #include "widgets/EditBuffer.h"
 #include "widgets/KindExports.h"
 #include "widgets/LineGrammar.h"
@@ -11,6 +12,8 @@ namespace vantile {
 namespace NumberKinds {
 
 namespace {
+
+using RecordFields::keepIconRunOrdered;
 
 using C = Codec;
 using LineGrammar::iconNumber;
@@ -192,19 +195,6 @@ int writeRecord(QByteArray &out, const EditBuffer &b, const RecordContext &ctx)
 int writeViceRecord(QByteArray &out, const EditBuffer &b, const RecordContext &ctx)
 {
     return emit(out, b, ctx, true);
-}
-
-// The last picture of a run must come after the first: a last icon chosen
-// at or before the first is dropped.
-void keepIconRunOrdered(EditBuffer &b, const EditBuffer &before, const QSize &)
-{
-    const QString last = b.text("lastIcon");
-    if (last == before.text("lastIcon"))
-        return;
-    const int first = iconNumber(b.text("firstIcon"));
-    const int lastNumber = iconNumber(last);
-    if (first >= 0 && lastNumber >= 0 && lastNumber <= first)
-        b.setText("lastIcon", before.text("lastIcon"));
 }
 
 } // namespace

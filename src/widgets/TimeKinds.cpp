@@ -1,4 +1,5 @@
 #include "widgets/TimeKinds.h"
+#include "widgets/RecordFields.h"
 #include "widgets/EditBuffer.h"
 #include "widgets/KindExports.h"
 #include "widgets/LineGrammar.h"
@@ -12,6 +13,13 @@ namespace vantile {
 namespace TimeKinds {
 
 namespace {
+
+using RecordFields::appendTopLeft;
+using RecordFields::icon;
+using RecordFields::keepIconRunOrdered;
+using RecordFields::storeBlock;
+using RecordFields::u16;
+using RecordFields::wordValue;
 
 using C = Codec;
 using LineGrammar::iconNumber;
@@ -130,36 +138,6 @@ quint8 typeOf(WidgetKind kind)
     return WidgetKinds::info(kind).type;
 }
 
-quint16 u16(const EditBuffer &b, const char *key)
-{
-    return quint16(b.number(key));
-}
-
-quint16 icon(const EditBuffer &b, const char *key)
-{
-    return refField(iconNumber(b.text(key)));
-}
-
-int wordValue(const EditBuffer &b, const char *key)
-{
-    const FieldDef *f = b.definition()->find(key);
-    return f && f->table ? f->table->valueOf(b.text(key)) : 0;
-}
-
-void appendTopLeft(QByteArray &out, const EditBuffer &b, const RecordContext &ctx)
-{
-    const Rect16 r = ctx.rotate(b.x(), b.y(), b.w(), b.h());
-    appendU16(out, r.x);
-    appendU16(out, r.y);
-}
-
-void storeBlock(const EditBuffer &b, const RecordContext &ctx, const QByteArray &record, int p)
-{
-    if (ctx.variables)
-        ctx.variables->storeRecordBlock(b.name(), WidgetKinds::parameterWord(b.kind()), u16(b, "parameterAddr"),
-                                        record, p, ctx.errorText);
-}
-
 // 16 bytes, `tail` at 14.
 int emitRTC(QByteArray &out, const EditBuffer &b, const RecordContext &ctx, bool vice)
 {
@@ -249,19 +227,6 @@ int writeUITimer(QByteArray &out, const EditBuffer &b, const RecordContext &ctx)
     return r.size();
 }
 
-// The last picture of a digit run must come after the first: a last icon
-// chosen at or before the first is dropped.
-void keepDigitRunOrdered(EditBuffer &b, const EditBuffer &before, const QSize &)
-{
-    const QString last = b.text("lastIcon");
-    if (last == before.text("lastIcon"))
-        return;
-    const int first = iconNumber(b.text("firstIcon"));
-    const int lastNumber = iconNumber(last);
-    if (first >= 0 && lastNumber >= 0 && lastNumber <= first)
-        b.setText("lastIcon", before.text("lastIcon"));
-}
-
 // A dropped clock's hands fit its dial: with r half the shorter side, the
 // hour hand reaches r/2, the minute hand 3r/4, the second hand 9r/10,
 // each with a tail of r/8 behind the centre.
@@ -311,7 +276,7 @@ constexpr KindExports kUITimerExports = {ExportList::Display, kUITimerColumns, c
 // Fields in KindDef's order: kind, fields, labels, writers, apply rule,
 // field splitter (none: plain commas), drop rule, host lists.
 const KindDef rtc = {WidgetKind::RTC, kRTCFields, countOf(kRTCFields), nullptr, 0,
-                     writeRTC,        writeViceRTC, keepDigitRunOrdered, nullptr, nullptr,
+                     writeRTC,        writeViceRTC, keepIconRunOrdered, nullptr, nullptr,
                      &kRTCExports};
 
 const KindDef analogClock = {WidgetKind::Clock, kClockFields, countOf(kClockFields), nullptr, 0,
@@ -319,7 +284,7 @@ const KindDef analogClock = {WidgetKind::Clock, kClockFields, countOf(kClockFiel
                              &kClockExports};
 
 const KindDef uitimer = {WidgetKind::UITimer, kUITimerFields, countOf(kUITimerFields), nullptr, 0,
-                         writeUITimer,        nullptr,        keepDigitRunOrdered,     nullptr, nullptr,
+                         writeUITimer,        nullptr,        keepIconRunOrdered,     nullptr, nullptr,
                          &kUITimerExports};
 
 } // namespace TimeKinds

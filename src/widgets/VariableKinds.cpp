@@ -1,4 +1,5 @@
 #include "widgets/VariableKinds.h"
+#include "widgets/RecordFields.h"
 #include "widgets/EditBuffer.h"
 #include "widgets/KindExports.h"
 #include "widgets/LineGrammar.h"
@@ -12,6 +13,8 @@ namespace vantile {
 namespace VariableKinds {
 
 namespace {
+
+using RecordFields::wordValue;
 
 using C = Codec;
 using LineGrammar::iconNumber;
@@ -180,12 +183,6 @@ qint64 readSigned64(const QString &text)
 {
     const quint64 v = quint64(LineGrammar::readDecimal(text));
     return text.trimmed().startsWith(QLatin1Char('-')) ? qint64(0u - v) : qint64(v);
-}
-
-int wordValue(const EditBuffer &b, const char *key)
-{
-    const FieldDef *f = b.definition()->find(key);
-    return f->table->valueOf(b.text(key));
 }
 
 // 27 bytes.

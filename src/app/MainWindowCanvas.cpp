@@ -89,7 +89,12 @@ void MainWindow::connectAddActions()
         QAction *a = m_actions.value(QLatin1String(spec.action));
         if (!a)
             continue;
-        connect(a, &QAction::triggered, this, [this, &spec]() { armTool(spec.frameName, spec.frameText, spec.toolWord, spec.status); });
+        // the armed kind's button stays pressed until the tool ends
+        a->setCheckable(true);
+        connect(a, &QAction::triggered, this, [this, &spec, a]() {
+            armTool(spec.frameName, spec.frameText, spec.toolWord, spec.status);
+            a->setChecked(m_addMode);
+        });
     }
 }
 
@@ -119,6 +124,9 @@ void MainWindow::resetCanvasState()
     m_drawing = false;
     m_rubberActive = false;
     m_addToolWord.clear();
+    for (const AddSpec &spec : kAddActions)
+        if (QAction *a = m_actions.value(QLatin1String(spec.action)))
+            a->setChecked(false);
     if (m_selectCount > 0) {
         m_selectCount = 0;
         m_canvasWidgets->clearMarks();

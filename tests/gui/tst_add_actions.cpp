@@ -47,6 +47,7 @@ private slots:
         QLabel *canvas = canvasOf(*m_w);
         trigger(qPrintable(action));
         QVERIFY(m_w->addMode());
+        QVERIFY(m_w->action(action)->isChecked()); // its button stays pressed while armed
         QTest::mousePress(canvas, Qt::LeftButton, {}, QPoint(40, 40));
         QTest::mouseRelease(canvas, Qt::LeftButton, {}, QPoint(140, 120));
         const QStringList lines = m_w->currentPageLines();
@@ -58,6 +59,10 @@ private slots:
         EditBuffer made;
         QCOMPARE(WidgetLine::parse(lines[0], made), ParseStatus::Ok);
         QCOMPARE(made.objectName(), name);
+        // the tool lasts after a drop; a right click ends it and lets the button go
+        QVERIFY(m_w->addMode() && m_w->action(action)->isChecked());
+        QTest::mouseClick(canvas, Qt::RightButton, {}, QPoint(300, 250));
+        QVERIFY(!m_w->addMode() && !m_w->action(action)->isChecked());
     }
 };
 

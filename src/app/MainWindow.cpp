@@ -7,6 +7,7 @@
 #include "designer/CanvasWidgets.h"
 #include "editors/Constanttextedit.h"
 #include "editors/DialogList.h"
+#include "editors/DialogModbus.h"
 #include "editors/LanguageTextEditor.h"
 #include "editors/DialogWdgVar.h"
 #include "editors/DialogProjectSetting.h"
@@ -459,6 +460,14 @@ void MainWindow::on_actionExit_triggered()
 
 void MainWindow::closeEvent(QCloseEvent *event)
 {
+    // unsaved rows of the Modbus list are asked about first, as its own close does
+    if (m_dialogModbus && m_dialogModbus->isChanged()) {
+        m_dialogModbus->close();
+        if (m_dialogModbus->isChanged()) { // cancelled, or the file could not be written
+            event->ignore();
+            return;
+        }
+    }
     if (projectOpen()) {
         const auto answer = Prompts::question(this, QStringLiteral("Message"), QStringLiteral("Save the current uiprj?"),
                                               {QMessageBox::Save, QMessageBox::Discard, QMessageBox::Cancel},

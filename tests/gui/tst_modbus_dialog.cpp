@@ -111,17 +111,35 @@ private slots:
     void closeQuestion_data()
     {
         QTest::addColumn<int>("answer"); // Yes saves and closes, No closes, Cancel keeps the dialog
-        QTest::newRow("yes") << int(QMessageBox::Yes);
-        QTest::newRow("no") << int(QMessageBox::No);
-        QTest::newRow("cancel") << int(QMessageBox::Cancel);
+        QTest::addColumn<bool>("window"); // the main window is closed rather than the dialog
+        QTest::newRow("yes") << int(QMessageBox::Yes) << false;
+        QTest::newRow("no") << int(QMessageBox::No) << false;
+        QTest::newRow("cancel") << int(QMessageBox::Cancel) << false;
+        QTest::newRow("window closed, yes") << int(QMessageBox::Yes) << true;
+        QTest::newRow("window closed, cancel") << int(QMessageBox::Cancel) << true;
     }
     void closeQuestion()
     {
         QFETCH(int, answer);
+        QFETCH(bool, window);
         openList(kThree);
         rightClick(0, DialogModbus::Register, "delete");
         m_answers.answer = QMessageBox::StandardButton(answer);
-        dialog()->close();
+        if (window) {
+            m_w->close();
+            if (answer == QMessageBox::Cancel)
+                QVERIFY(m_w->isVisible()); // the unsaved rows keep the window open
+        } else {
+            dialog()->close();
+        }
+        QVERIFY(!prompts("question").isEmpty());
+        QCOMPARE(prompts("question")[0].title + ": " + prompts("question")[0].text,
+                 QStringLiteral("Quit: Do you need to save command.list?"));
+        if (window) {
+            QCOMPARE(readAll(root() + "command.list"),
+                     answer == QMessageBox::Yes ? kThree.mid(kThree.indexOf('\n') + 1) : kThree);
+            return;
+        }
         QCOMPARE(prompts("question").size(), 1);
         QCOMPARE(prompts("question")[0].title + ": " + lastPrompt(), QStringLiteral("Quit: Do you need to save command.list?"));
         QCOMPARE(dialog()->isVisible(), answer == QMessageBox::Cancel);

@@ -261,6 +261,7 @@ void MainWindow::fillWidgetRows()
         auto *labelItem = new QStandardItem(rows[i].first);
         labelItem->setEditable(false);
         m_paraModel->appendRow({labelItem, new QStandardItem(rows[i].second)});
+        tableView_Para->setRowHidden(i, !WidgetLine::rowShown(m_editBuffer, i));
     }
     Q_UNUSED(def);
     tableView_Para->resizeColumnToContents(0); // the longest label shows whole

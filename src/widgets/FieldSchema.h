@@ -94,6 +94,7 @@ struct FieldDef {
     const WordAlias *aliases = nullptr;     // {nullptr, nullptr}-terminated
     bool writeAddress = false;              // an address the automatic assignment fills
     bool fixed = false;                     // not read: the line always gets the default
+    const char *shownWhileSet = nullptr;    // the row shows only while this address field isn't 0xFFFF
 
     bool hasRow() const { return row >= 0; }
     bool inLine() const { return linePos >= 0; }
@@ -116,6 +117,7 @@ struct FieldDef {
     }
     constexpr FieldDef oldWords(const WordAlias *a) const { FieldDef f = *this; f.aliases = a; return f; }
     constexpr FieldDef fixedToDefault() const { FieldDef f = *this; f.fixed = true; return f; }
+    constexpr FieldDef shownWhileSetIn(const char *addressKey) const { FieldDef f = *this; f.shownWhileSet = addressKey; return f; }
 };
 
 // One field: key, codec, row, line position, default (line form), Chinese

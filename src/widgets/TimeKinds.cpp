@@ -83,10 +83,12 @@ const FieldDef kClockFields[] = {
 // The eight variables written when the timer runs out: rows 18 on, line
 // fields 17 on. They name other widgets' variables, so they are no write
 // addresses of the timer's own.
+// A pair's two rows show only while its address is set.
 #define VANTILE_TIMER_PAIR(n, row, pos)                                                                 \
-    field("writeAddr" #n, C::Hex16, row, pos, "0xFFFF", kPairAddrZh).english("writeAddr"),              \
+    field("writeAddr" #n, C::Hex16, row, pos, "0xFFFF", kPairAddrZh).english("writeAddr")               \
+        .shownWhileSetIn("writeAddr" #n),                                                               \
     field("writeAddr" #n "_value", C::Hex16, (row) + 1, (pos) + 1, "0xFFFF", kPairValueZh)               \
-        .english("writeAddr_value")
+        .english("writeAddr_value").shownWhileSetIn("writeAddr" #n)
 
 const FieldDef kUITimerFields[] = {
     //    key                 codec        row line default        Chinese label

@@ -243,6 +243,15 @@ QVector<TableRow> tableRows(const EditBuffer &widget, int language, const RowCon
     return rows;
 }
 
+bool rowShown(const EditBuffer &widget, int row)
+{
+    const KindDef *def = widget.definition();
+    const FieldDef *f = def ? def->atRow(row) : nullptr;
+    if (!f || !f->shownWhileSet)
+        return true;
+    return quint16(widget.number(f->shownWhileSet)) != 0xFFFF;
+}
+
 bool applyEdit(EditBuffer &widget, const QStringList &cells, const QSize &pagePicture)
 {
     if (!widget.hasSchema())

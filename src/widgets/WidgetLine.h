@@ -53,6 +53,9 @@ EditBuffer createNew(WidgetKind kind, quint32 index, const QRect &dropRect);
 QStringList headerLabels(int language);
 // One row per parameter in row order; row 0 is `name`. Empty without schema.
 QVector<TableRow> tableRows(const EditBuffer &widget, int language, const RowContext &ctx = {});
+// Whether a row of the table shows: false for a row whose address field
+// (a timer's write pair) holds 0xFFFF. Hidden rows keep their cells.
+bool rowShown(const EditBuffer &widget, int row);
 // The value text of one row.
 QString rowText(const FieldDef &f, const FieldValue &v, const RowContext &ctx = {});
 

@@ -85,6 +85,29 @@ private slots:
         QCOMPARE(m_w->currentPageLines().size(), 2); // the line itself stays
     }
 
+    // A timer's write pairs show only while their address is set; their
+    // rows keep their place, so an edit still reaches the right field.
+    void timerPairsShowWhileSet()
+    {
+        EditBuffer timer = WidgetLine::createNew(WidgetKind::UITimer, 0, QRect(10, 10, 80, 30));
+        const int pair2 = timer.definition()->indexOf("writeAddr2");
+        timer.setValue(pair2, WidgetLine::readLineText(timer.definition()->fields[pair2], "0x0100"));
+        open({WidgetLine::write(timer), kButton});
+        selectWidget(QStringLiteral("uitimer_0"));
+        QTableView *para = table(*m_w, "tableView_Para");
+        const int row2 = timer.definition()->fields[pair2].row;
+        QStringList hidden;
+        for (int r = 0; r < para->model()->rowCount(); ++r)
+            if (para->isRowHidden(r))
+                hidden << para->model()->index(r, 0).data().toString();
+        // eight pairs of two rows; only pair 2 (its address and its value) shows
+        QCOMPARE(hidden.size(), 14);
+        QVERIFY(!para->isRowHidden(row2) && !para->isRowHidden(row2 + 1));
+        selectWidget(QStringLiteral("button_0"));
+        for (int r = 0; r < para->model()->rowCount(); ++r)
+            QVERIFY(!para->isRowHidden(r));
+    }
+
     void editingAButtonThroughItsRows()
     {
         open({kButton});

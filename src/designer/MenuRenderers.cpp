@@ -35,22 +35,9 @@ QImage transparentImage(const QSize &size)
     return image;
 }
 
-void addProblem(QString *problem, const QString &text)
-{
-    if (!problem || text.isEmpty())
-        return;
-    if (!problem->isEmpty())
-        *problem += QStringLiteral("; ");
-    *problem += text;
-}
-
 QImage picture(const EditBuffer &w, const char *key, const QString &projectDir, QString *problem)
 {
-    QString why;
-    const QImage image = PictureRenderers::iconPicture(projectDir, w.text(key), &why);
-    if (!why.isEmpty())
-        addProblem(problem, w.objectName() + QStringLiteral(": ") + why);
-    return image;
+    return PictureRenderers::widgetPicture(w, key, projectDir, problem);
 }
 
 // The file of Picture/ that belongs to a page; empty when there is none.

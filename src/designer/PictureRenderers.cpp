@@ -42,23 +42,9 @@ QImage transparentImage(const QSize &size)
 
 QColor colourOf(qint64 rgb) { return QColor(QRgb(0xFF000000u | (quint32(rgb) & 0xFFFFFFu))); }
 
-void addProblem(QString *problem, const QString &text)
-{
-    if (!problem || text.isEmpty())
-        return;
-    if (!problem->isEmpty())
-        *problem += QStringLiteral("; ");
-    *problem += text;
-}
-
-// A picture field of the widget, with the widget's name on any problem.
 QImage picture(const EditBuffer &w, const char *key, const QString &projectDir, QString *problem)
 {
-    QString why;
-    const QImage image = iconPicture(projectDir, w.text(key), &why);
-    if (!why.isEmpty())
-        addProblem(problem, w.objectName() + QStringLiteral(": ") + why);
-    return image;
+    return widgetPicture(w, key, projectDir, problem);
 }
 
 // The widget's own size, or `fallback` when the line holds none.
@@ -223,27 +209,27 @@ QImage renderGif(const EditBuffer &widget, const QString &projectDir, QString *p
     const QString path = MediaFiles::pathIn(projectDir, QStringLiteral("Gif/"), name, &error);
     const QFileInfo info(path);
     if (path.isEmpty() || !info.exists()) {
-        addProblem(problem, error.isEmpty() ? QString() : widget.objectName() + QStringLiteral(": ") + error);
+        addProblem(problem, widget, error);
         return QImage();
     }
-    const QString prefix = widget.objectName() + QStringLiteral(": Gif/") + name;
-    QFile file(path);
-    if (!info.isFile() || info.size() > MediaFiles::kMaxPictureFileSize || !file.open(QIODevice::ReadOnly)) {
-        addProblem(problem, prefix + QStringLiteral(" can't be read"));
+    const QString file = QStringLiteral("Gif/") + name;
+    QFile gif(path);
+    if (!info.isFile() || info.size() > MediaFiles::kMaxPictureFileSize || !gif.open(QIODevice::ReadOnly)) {
+        addProblem(problem, widget, file + QStringLiteral(" can't be read"));
         return QImage();
     }
-    QByteArray bytes = file.readAll();
+    QByteArray bytes = gif.readAll();
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::ReadOnly);
     QImageReader reader(&buffer);
     const QString refusal = MediaFiles::sizeRefusal(reader.size(), QSize());
     if (!refusal.isEmpty()) {
-        addProblem(problem, prefix + QStringLiteral(": ") + refusal);
+        addProblem(problem, widget, file + QStringLiteral(": ") + refusal);
         return QImage();
     }
     const QImage frame = reader.read(); // the first frame
     if (frame.isNull()) {
-        addProblem(problem, prefix + QStringLiteral(" can't be read: ") + reader.errorString());
+        addProblem(problem, widget, file + QStringLiteral(" can't be read: ") + reader.errorString());
         return QImage();
     }
     return frame.convertToFormat(QImage::Format_ARGB32_Premultiplied);
@@ -432,6 +418,23 @@ QImage renderNeedle(const EditBuffer &widget, const QString &projectDir, QString
 
     if (pivotIcon.width() > 0)
         p.drawImage(pivot - QPoint(pivotIcon.width() / 2, pivotIcon.height() / 2), pivotIcon);
+    return image;
+}
+
+void addProblem(QString *problem, const EditBuffer &w, const QString &why)
+{
+    if (!problem || why.isEmpty())
+        return;
+    if (!problem->isEmpty())
+        *problem += QStringLiteral("; ");
+    *problem += w.objectName() + QStringLiteral(": ") + why;
+}
+
+QImage widgetPicture(const EditBuffer &w, const char *key, const QString &projectDir, QString *problem)
+{
+    QString why;
+    const QImage image = iconPicture(projectDir, w.text(key), &why);
+    addProblem(problem, w, why);
     return image;
 }
 

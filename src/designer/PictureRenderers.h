@@ -34,6 +34,11 @@ QImage renderVarButton(const EditBuffer &widget, const QString &projectDir, QStr
 // takes (*problem says which and why).
 QImage iconPicture(const QString &projectDir, const QString &name, QString *problem = nullptr);
 
+// A picture field of the widget (a file of Icon/); a picture that can't be
+// read adds "<object name>: <why>" to *problem, joined by "; ".
+QImage widgetPicture(const EditBuffer &w, const char *key, const QString &projectDir, QString *problem);
+void addProblem(QString *problem, const EditBuffer &w, const QString &why);
+
 // The share of `value` between `minimum` and `maximum`, within 0..1
 // (0 when the range is empty or reversed).
 double shareOf(qint64 value, qint64 minimum, qint64 maximum);

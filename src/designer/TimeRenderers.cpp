@@ -36,21 +36,11 @@ QImage transparentImage(const QSize &size)
     return image;
 }
 
-void addProblem(QString *problem, const EditBuffer &w, const QString &why)
-{
-    if (!problem || why.isEmpty())
-        return;
-    if (!problem->isEmpty())
-        *problem += QStringLiteral("; ");
-    *problem += w.objectName() + QStringLiteral(": ") + why;
-}
+using PictureRenderers::addProblem;
 
 QImage picture(const EditBuffer &w, const char *key, const QString &projectDir, QString *problem)
 {
-    QString why;
-    const QImage image = PictureRenderers::iconPicture(projectDir, w.text(key), &why);
-    addProblem(problem, w, why);
-    return image;
+    return PictureRenderers::widgetPicture(w, key, projectDir, problem);
 }
 
 QString twoDigits(quint32 v)
